@@ -1,0 +1,332 @@
+/// @file
+/// The command line of an Orvex test program.
+///
+/// A test program hands its argc and argv to OrvexTestCommandLineParser::Parse once, at start-up and
+/// before it starts a thread. Parse reads the command line together with the arguments in the
+/// environment variables ORVEX_TEST_ARGS (scanned before the command line) and `_ORVEX_TEST_ARGS_`
+/// (scanned after it), sets the environment variables that the SDK reads when the test opens cameras
+/// and those that describe the test session, and keeps what it parsed for the accessors.
+///
+///     int main(int argc, char** argv) {
+///         OrvexTestCommandLineParser parser;
+///         if (!parser.Parse(argc, argv) || parser.helpRequested()) {
+///             std::cout << parser.getHelpMessage("") << '\n';
+///             return parser.helpRequested() ? 0 : 1;
+///         }
+///         return runTests(parser.getTestPaths());
+///     }
+///
+/// Conventions:
+/// - All text is bytes that end at the first zero byte. No locale is consulted, and nothing is
+///   validated but the first byte of the four numeric options.
+/// - Parse reports failure by returning false. It prints nothing and keeps what it had done so far.
+/// - References that accessors return stay valid as long as the parser lives; only a later Parse
+///   changes what they refer to.
+/// - Nothing here is locked. Parse writes the process environment, which all threads share.
+///
+/// Usable from C++11 on. C programs, and C++ programs that want the one process-wide parser, use
+/// OrvexTestCommandLineParserC.h.
+
+#ifndef ORVEX_TEST_COMMAND_LINE_PARSER_H
+#define ORVEX_TEST_COMMAND_LINE_PARSER_H
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#ifndef ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT
+#define ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT __attribute__((visibility("default")))
+#endif
+
+/// What is known about the test run: eighteen texts, all empty until the first Parse that gets as far
+/// as filling them. A later Parse keeps a text whose option has no value (or an empty one), save for
+/// the three that are noted below. Nothing interprets the texts.
+///
+/// The order is part of the interface: the C interface copies the first sixteen fields, in this order,
+/// into slots of 256 bytes.
+struct TestRunInformation {
+    std::string group;                 ///< -tdc_group; every Parse resets it to "orvex" first
+    std::string guid;                  ///< -tdc_guid, the identifier of the test session
+    std::string runName;               ///< -tdc_runname
+    std::string runDescription;        ///< -tdc_rundescription
+    std::string product;               ///< -tdc_product
+    std::string fixedZero;             ///< always "0" after a Parse; no option sets it
+    std::string userId;                ///< -tdc_userid
+    std::string vcsRevision;           ///< -tdc_vcsrevision
+    std::string vcsBranch;             ///< -tdc_vcsbranch
+    std::string secondVcsRevision;     ///< -tdc_vcsrevision again
+    std::string secondVcsBranch;       ///< -tdc_vcsbranch again
+    std::string pcName;                ///< -pcname
+    std::string osName;                ///< -osname
+    std::string transportLayers;       ///< the -tl values joined by ",", or "any" when there are none
+    std::string tdcDravikXmlFilename;  ///< -tdc_dxml
+    std::string testName;              ///< -testname
+    std::string osType;                ///< -ostype; not reachable through the C interface
+    std::string bit;                   ///< -bit; not reachable through the C interface
+};
+
+/// The known option names and the scanner of token lists: it decides which tokens are options, which
+/// are values and which are positional arguments, and answers the queries of the parser that holds it.
+/// It is declared here only because the parser holds one by value: its functions are not exported, and
+/// a test program reaches the results through OrvexTestCommandLineParser.
+///
+/// Every operation takes an option name with or without its dashes: `o`, `-o` and `--o` are the same
+/// option. Names are compared byte by byte. Scans only add; nothing is ever removed. No operation
+/// reads or writes an environment variable, and the only exceptions are those of memory exhaustion.
+class OptionRegistry {
+public:
+    /// Bits of the mode word, which varies the grammar.
+    enum Mode : std::uint32_t {
+        /// An unregistered option is a flag, and a token after it stands for itself. This is how it
+        /// is whenever UnknownTakesValue is clear; the bit only gives the plain mode a name.
+        UnknownAsFlag = 1,
+        /// An unregistered option takes a following token that is not an option as its value.
+        UnknownTakesValue = 2,
+        /// "name=value" is not split: the whole text is the name.
+        NoInlineValue = 4,
+        /// "-abc" is the flags a, b and c, unless "abc" is a registered value option. The last letter
+        /// takes a value if it is itself a registered value option.
+        GroupedShortFlags = 8
+    };
+
+    /// mode: any combination of the Mode bits. Nothing is registered, and nothing was scanned yet.
+    explicit OptionRegistry(std::uint32_t mode);
+
+    /// Registers options that take a value and keep the last one given.
+    /// - names: zero-terminated texts, not null, copied. A name registered twice is kept once.
+    void addValueOptions(std::initializer_list<const char*> names);
+
+    /// Registers options that take a value and keep every one given, in order. As addValueOptions.
+    void addMultiValueOptions(std::initializer_list<const char*> names);
+
+    /// Scans argv[0] to argv[argc - 1] as parseTokens does.
+    /// - argc: 0 or more.
+    /// - argv: at least argc pointers to zero-terminated texts, none null; copied.
+    void parseArgv(int argc, const char* const* argv);
+
+    /// Scans a token list and adds what it finds to what earlier scans left.
+    /// - tokens: the program name, which is dropped if an earlier list has supplied one, and then the
+    ///     arguments.
+    void parseTokens(const std::vector<std::string>& tokens);
+
+    /// Whether the option was given without a value. An option given with one does not count.
+    bool hasOption(const std::string& name) const;
+
+    /// A stream over the option's text: the last value of a value option, or all values of a
+    /// multi-value option joined by one blank (an empty text when there are none). For an option
+    /// without a value, an empty stream that has already failed.
+    std::istringstream getValue(const std::string& name) const;
+
+    /// The text of that stream alone, which costs no stream; empty for an option without a value.
+    std::string getText(const char* name) const;
+
+    /// All values of a multi-value option with the separator between them; empty when there are none.
+    std::string getJoinedValues(const std::string& name, const std::string& separator) const;
+
+    /// The positional argument at the index, which counts from 0, the program name; an empty text
+    /// when the index is out of range. Valid until the next scan.
+    const std::string& getPositional(std::size_t index) const;
+
+    /// All positional arguments in scan order. Valid as long as the registry; a scan adds to the list.
+    const std::vector<std::string>& getPositionals() const;
+
+    /// The text without its leading dashes; unchanged when it holds nothing but dashes.
+    static std::string trimLeadingDashes(const std::string& text);
+
+    /// Whether formatted extraction in the classic locale reads a double from the start of the token.
+    static bool isNumber(const std::string& token);
+
+    /// Whether the token begins with a dash and is not a number.
+    static bool isOptionToken(const std::string& token);
+
+    bool isValueOption(const std::string& name) const;       ///< registered by addValueOptions
+    bool isMultiValueOption(const std::string& name) const;  ///< registered by addMultiValueOptions
+    bool hasMode(std::uint32_t bit) const;                   ///< whether the mode word has the bit
+
+private:
+    class Scanner;
+
+    // Lets a lookup compare a stored text with any other form of text without copying it.
+    struct ByteOrder {
+        using is_transparent = void;
+
+        template <typename Left, typename Right>
+        bool operator()(const Left& left, const Right& right) const {
+            return left < right;
+        }
+    };
+
+    std::map<std::string, std::string, ByteOrder> values;
+    std::vector<std::string> positionals;
+    std::multiset<std::string, ByteOrder> flags;
+    std::set<std::string, ByteOrder> valueOptions;
+    std::uint32_t mode;
+    std::string emptyValue;
+    std::set<std::string, ByteOrder> multiValueOptions;
+    std::map<std::string, std::vector<std::string>, ByteOrder> multiValues;
+};
+
+/// Parses a test program's arguments and keeps what it found.
+class OrvexTestCommandLineParser {
+public:
+    /// A parser that has parsed nothing: all texts and lists empty, all flags false.
+    /// Throws std::bad_alloc when memory runs out. Reads and writes no environment variable.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT OrvexTestCommandLineParser();
+
+    /// Releases the memory and does nothing else: the environment stays as Parse left it.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT ~OrvexTestCommandLineParser();
+
+    /// Parses the arguments in ORVEX_TEST_ARGS, then argv, then the arguments in `_ORVEX_TEST_ARGS_`,
+    /// and acts on them. Of several values of an option the last one counts; transport layers (-tl),
+    /// properties (-p) and test paths are collected in that order.
+    ///
+    /// - argc: the number of arguments, the program name included. 0 returns true at once, with
+    ///     nothing read or changed, whatever argv is.
+    /// - argv: argc pointers to zero-terminated texts, none of them null. Read during the call only.
+    /// - Result: true when everything was done. False, with nothing printed and with everything done up
+    ///     to the failure kept (what was scanned, fields, environment variables), when
+    ///     - argc is negative or argv is null (nothing has changed then),
+    ///     - one of the two argument variables has a quote that is not closed,
+    ///     - the text of -socketbuffer, -packetsize, -packetdelay or -camemu does not begin with a
+    ///       decimal digit,
+    ///     - a variable from ORVEX_GTC_USE_EXTRA_TL to TEST_PROPERTIES below cannot be set,
+    ///     - the directory of the SDK is needed (see GENICAM_GENTL64_PATH) and cannot be found,
+    ///     - memory runs out.
+    /// - Errors: lets no exception out. One that is not a std::exception (which only a replaced
+    ///     allocation function could raise) ends the process through std::terminate.
+    ///
+    /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and,
+    /// for GENICAM_GENTL64_PATH, that variable and those that the SDK's directory names as `%NAME%` or
+    /// `$(NAME)`.
+    ///
+    /// Writes, in this order:
+    ///
+    ///     ORVEX_GTC_USE_EXTRA_TL      "1", only if it is not defined
+    ///     ORVEX_DEVICE_FILTER         "DeviceClass=" and a class, for each class in -tl, sorted and
+    ///                                 joined by "||"; only with a -tl
+    ///     ORVEX_GIGE_STREAMPARAMS     "Type=" and the driver named after "DravikGigE:" in -tl (of
+    ///                                 several, the last in byte order), "SocketBufferSize=" and
+    ///                                 -socketbuffer, or both with a blank between
+    ///     ORVEX_GIGE_STREAM_GEVSCPS   -packetsize, or "8192" without one
+    ///     ORVEX_GIGE_STREAM_GEVSCPD   -packetdelay
+    ///     ORVEX_CAMEMU                -camemu
+    ///     TEST_PROPERTIES             the -p values joined by one blank
+    ///     GENICAM_GENTL64_PATH        the producer directories of the SDK that this library belongs
+    ///                                 to, in front of the old value; only if -tl has "DravikGTC"
+    ///     TEST_SESSION_GUID           -tdc_guid
+    ///     TEST_SESSION_NAME           -tdc_runname
+    ///     TEST_SESSION_DESCRIPTION    -tdc_rundescription
+    ///     TEST_SESSION_GROUP          -tdc_group
+    ///     TEST_PRODUCT                -tdc_product
+    ///     TEST_PRODUCT_VARIANT        -tdc_variant=VALUE, in this form only
+    ///     USER_UID                    -tdc_userid
+    ///     VCS_REVISION                -tdc_vcsrevision
+    ///     VCS_BRANCH                  -tdc_vcsbranch
+    ///     TRANSPORT_LAYER             the -tl values joined by one blank
+    ///
+    /// A variable whose option is absent or empty is left as it was. From GENICAM_GENTL64_PATH on, a
+    /// variable that cannot be set is passed over.
+    ///
+    /// A second Parse adds to what the first one scanned: options that it lacks apply again, and the
+    /// test paths of the first call are in the list twice.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, char** argv) noexcept;
+
+    /// Parses wide arguments: converts them to UTF-8 and hands them to the narrow Parse.
+    ///
+    /// - argc: as above; a negative one gives false.
+    /// - argv: argc pointers to zero-terminated texts of UTF-32 code points. Surrogates are converted
+    ///     like any other code point. Read during the call only.
+    /// - Result: that of the narrow Parse; false with nothing parsed when argv is null and argc is
+    ///     positive, when an argument is null, or when a code point lies above 0x10FFFF.
+    /// - Errors: throws std::bad_alloc when there is no memory for the converted arguments.
+    /// - Environment: as the narrow Parse.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, wchar_t** argv);
+
+    /// Parses a block of argc zero-terminated texts that stand directly one after another.
+    ///
+    /// - argc: as above; a negative one gives false.
+    /// - args: the first byte of the block; not null unless argc is 0. What follows the last text is
+    ///     not read. Read during the call only.
+    /// - Result: that of the narrow Parse; false with nothing parsed when one of the texts is empty, so
+    ///     that an empty argument cannot be passed in this form.
+    /// - Errors: throws std::bad_alloc when there is no memory for argc pointers.
+    /// - Environment: as the narrow Parse.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, char* args);
+
+    /// Scans the arguments in an environment variable, as Parse does for its own two, and does nothing
+    /// else: no accessor changes before the next Parse, which finds these arguments scanned already.
+    ///
+    /// Spaces and tabs separate arguments. Double and single quotes group, also in the middle of an
+    /// argument. A backslash, in quotes or not, makes the next byte an ordinary one; as the last byte
+    /// of the text it stands for itself.
+    ///
+    /// - variableName: the variable to read. Null or empty: nothing happens.
+    /// - programName: a zero-terminated text, not null, which takes the place of argv[0].
+    /// - Errors: throws std::runtime_error, with nothing scanned, when a quote is not closed, and
+    ///     std::bad_alloc when memory runs out.
+    /// - Reads the named variable; an undefined or blank one adds nothing. Writes none.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT void ParseArgsFromEnvironmentVariable(const char* variableName,
+                                                                                const char* programName);
+
+    /// The program name: the first argument that is not an option, which is argv[0] unless that looks
+    /// like one.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getApplicationName() const noexcept;
+
+    /// The name of the XML report file, -x; empty when it was not given.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getXmlFilename() const noexcept;
+
+    /// The name of the output file, -o; empty when it was not given.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getOutputFilename() const noexcept;
+
+    /// The test suites and test cases to run, "Suite" or "Suite::Case", in the order given.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::vector<std::string>& getTestPaths() const noexcept;
+
+    /// The first of the test paths, or an empty text, which lives as long as the process.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getFirstTestPath() const noexcept;
+
+    /// All transport layers, the -tl values, joined by a comma.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getTlList() const noexcept;
+
+    /// Whether one of -?, -h, -H and -help was given.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool helpRequested() const noexcept;
+
+    /// Whether -w was given: the program should wait before it exits.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool waitBeforeExit() const noexcept;
+
+    /// What is known about the test run.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const TestRunInformation& getTestRunInformation() const noexcept;
+
+    /// The name of the report file of the test data collector, -tdc_dxml.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getTdcDravikXmlFilename() const noexcept;
+
+    /// A new text that explains the command line, several lines without a line end after the last.
+    /// - applicationName: the program name at its head; if empty, that of the last Parse is used.
+    /// - Errors: throws std::bad_alloc when memory runs out.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT std::string getHelpMessage(
+        const std::string& applicationName) const;
+
+    /// The directory that the SDK is installed in: five levels above the one that holds this library's
+    /// file, with symbolic links resolved; empty when that is the root or would lie above it.
+    /// - Errors: throws std::runtime_error when the file or the directory cannot be found, and
+    ///     std::bad_alloc when memory runs out.
+    /// - Reads and writes no environment variable.
+    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT static std::string getApplicationDir();
+
+private:
+    std::string applicationName;
+    std::string xmlFilename;
+    std::string outputFilename;
+    std::vector<std::string> testPaths;
+    bool helpRequestedFlag = false;
+    bool waitBeforeExitFlag = false;
+    std::string tlList;
+    OptionRegistry options;
+    TestRunInformation testRunInformation;
+};
+
+#endif

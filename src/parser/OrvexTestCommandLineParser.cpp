@@ -1,0 +1,48 @@
+#include "OrvexTestCommandLineParser.h"
+
+#include <exception>
+#include <stdexcept>
+
+OrvexTestCommandLineParser::OrvexTestCommandLineParser() : options(OptionRegistry::UnknownAsFlag) {
+    // The help and wait switches are not registered: that is what makes them flags. Neither is
+    // tdc_variant, which can only be given as name=value.
+    options.addValueOptions({"camemu", "o", "packetdelay", "packetsize", "socketbuffer", "x", "testname",
+                             "pcname", "osname", "ostype", "bit"});
+    options.addMultiValueOptions({"tl", "p"});
+    options.addValueOptions({"tdc_dxml", "tdc_guid", "tdc_runname", "tdc_rundescription", "tdc_group",
+                             "tdc_userid", "tdc_product", "tdc_vcsbranch", "tdc_vcsrevision"});
+}
+
+OrvexTestCommandLineParser::~OrvexTestCommandLineParser() = default;
+
+bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
+    if (argc == 0) {
+        return true;
+    }
+    try {
+        if (argc < 0) {
+            throw std::invalid_argument("argc must be at least 1");
+        }
+        if (argv == nullptr) {
+            throw std::invalid_argument("argv must be valid");
+        }
+
+        options.parseArgv(argc, argv);
+
+        applicationName = options.getPositional(0);
+        helpRequestedFlag = options.hasOption("?") || options.hasOption("h") || options.hasOption("H") ||
+                            options.hasOption("help");
+        const std::vector<std::string>& positionals = options.getPositionals();
+        if (!positionals.empty()) {
+            testPaths.insert(testPaths.end(), positionals.begin() + 1, positionals.end());
+        }
+        waitBeforeExitFlag = options.hasOption("w");
+        outputFilename = options.getText("o");
+        xmlFilename = options.getText("x");
+        tlList = options.getJoinedValues("tl", ",");
+
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
