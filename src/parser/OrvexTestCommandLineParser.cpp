@@ -1,5 +1,8 @@
 #include "OrvexTestCommandLineParser.h"
 
+#include "environment/environment_variables.h"
+#include "parser/argument_tokenizer.h"
+
 #include <exception>
 #include <stdexcept>
 
@@ -27,7 +30,9 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
             throw std::invalid_argument("argv must be valid");
         }
 
+        ParseArgsFromEnvironmentVariable("ORVEX_TEST_ARGS", argv[0]);
         options.parseArgv(argc, argv);
+        ParseArgsFromEnvironmentVariable("_ORVEX_TEST_ARGS_", argv[0]);
 
         applicationName = options.getPositional(0);
         helpRequestedFlag = options.hasOption("?") || options.hasOption("h") || options.hasOption("H") ||
@@ -45,4 +50,22 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
     } catch (const std::exception&) {
         return false;
     }
+}
+
+void OrvexTestCommandLineParser::ParseArgsFromEnvironmentVariable(const char* variableName,
+                                                                  const char* programName) {
+    if (variableName == nullptr || *variableName == '\0') {
+        return;
+    }
+    std::string text;
+    if (!orvex::getEnvironmentVariable(variableName, text)) {
+        return;
+    }
+    std::vector<std::string> tokens;
+    orvex::splitArgumentString(text, tokens);
+    if (tokens.empty()) {
+        return;
+    }
+    tokens.insert(tokens.begin(), programName);
+    options.parseTokens(tokens);
 }

@@ -1,0 +1,18 @@
+// Splitting the text of an argument variable into arguments.
+
+#ifndef ORVEX_ARGUMENT_TOKENIZER_H
+#define ORVEX_ARGUMENT_TOKENIZER_H
+
+#include <string>
+#include <vector>
+
+namespace orvex {
+
+// Replaces tokens by the arguments in the text: spaces and tabs separate, quotes of both kinds group,
+// a backslash takes the next byte literally. Throws std::runtime_error, with tokens as they were, when
+// a quote is not closed.
+void splitArgumentString(const std::string& text, std::vector<std::string>& tokens);
+
+}  // namespace orvex
+
+#endif
