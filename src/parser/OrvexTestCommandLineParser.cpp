@@ -1,6 +1,7 @@
 #include "OrvexTestCommandLineParser.h"
 
 #include "environment/environment_variables.h"
+#include "environment/transport_step.h"
 #include "parser/argument_tokenizer.h"
 
 #include <exception>
@@ -46,6 +47,15 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
         xmlFilename = options.getText("x");
         tlList = options.getJoinedValues("tl", ",");
 
+        const orvex::TransportOptions transport = {tlList,
+                                                   options.getText("camemu"),
+                                                   options.getText("packetdelay"),
+                                                   options.getText("packetsize"),
+                                                   options.getText("socketbuffer"),
+                                                   options.getJoinedValues("p", " ")};
+        if (!orvex::exportTransportVariables(transport)) {
+            return false;
+        }
         return true;
     } catch (const std::exception&) {
         return false;

@@ -1,0 +1,18 @@
+// Splitting a text at a delimiter.
+
+#ifndef ORVEX_SPLIT_STRING_H
+#define ORVEX_SPLIT_STRING_H
+
+#include <string>
+#include <vector>
+
+namespace orvex {
+
+// Appends the parts of the text between the delimiters to parts, which is never cleared. Leading and
+// doubled delimiters give empty parts, a trailing one gives no empty last part. False, with nothing
+// appended, when the text is null or empty or the delimiter is the zero byte.
+bool splitString(const char* text, char delimiter, std::vector<std::string>& parts);
+
+}  // namespace orvex
+
+#endif

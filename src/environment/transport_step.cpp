@@ -1,0 +1,95 @@
+#include "environment/transport_step.h"
+
+#include "environment/environment_variables.h"
+#include "environment/split_string.h"
+
+#include <set>
+#include <vector>
+
+namespace orvex {
+namespace {
+
+struct RequestedDevices {
+    std::set<std::string> classes;
+    std::set<std::string> gigeDrivers;
+};
+
+RequestedDevices readTransportLayers(const std::string& tlList) {
+    RequestedDevices devices;
+    std::vector<std::string> entries;
+    splitString(tlList.c_str(), ',', entries);
+    for (const std::string& entry : entries) {
+        std::vector<std::string> parts;
+        splitString(entry.c_str(), ':', parts);
+        if (!parts.empty()) {
+            devices.classes.insert(parts[0]);
+        }
+        if (parts.size() >= 2 && parts[0] == "DravikGigE") {
+            devices.gigeDrivers.insert(parts[1]);
+        }
+    }
+    return devices;
+}
+
+std::string composeDeviceFilter(const std::set<std::string>& classes) {
+    std::string filter;
+    for (const std::string& deviceClass : classes) {
+        if (!filter.empty()) {
+            filter += "||";
+        }
+        filter += "DeviceClass=";
+        filter += deviceClass;
+    }
+    return filter;
+}
+
+// Not isdigit, which consults the locale.
+bool startsWithDigit(const std::string& text) {
+    return !text.empty() && text[0] >= '0' && text[0] <= '9';
+}
+
+bool exportUnlessEmpty(const char* name, const std::string& value) {
+    return value.empty() || setEnvironmentVariable(name, value);
+}
+
+bool exportNumberUnlessEmpty(const char* name, const std::string& value) {
+    return value.empty() || (startsWithDigit(value) && setEnvironmentVariable(name, value));
+}
+
+bool defineExtraTransportLayer() {
+    constexpr const char* name = "ORVEX_GTC_USE_EXTRA_TL";
+    std::string ignored;
+    return getEnvironmentVariable(name, ignored) || setEnvironmentVariable(name, "1");
+}
+
+}  // namespace
+
+bool exportTransportVariables(const TransportOptions& options) {
+    const RequestedDevices devices = readTransportLayers(options.tlList);
+    const std::string deviceFilter = composeDeviceFilter(devices.classes);
+
+    std::string streamParameters;
+    if (!devices.gigeDrivers.empty()) {
+        // The SDK takes one driver: of several requested ones, the last in byte order.
+        streamParameters = "Type=" + *devices.gigeDrivers.rbegin();
+    }
+    if (!options.socketBuffer.empty()) {
+        if (!startsWithDigit(options.socketBuffer)) {
+            return false;
+        }
+        if (!streamParameters.empty()) {
+            streamParameters += ' ';
+        }
+        streamParameters += "SocketBufferSize=" + options.socketBuffer;
+    }
+    const std::string packetSize = options.packetSize.empty() ? "8192" : options.packetSize;
+
+    return defineExtraTransportLayer() && exportUnlessEmpty("ORVEX_DEVICE_FILTER", deviceFilter) &&
+           exportUnlessEmpty("ORVEX_GIGE_STREAMPARAMS", streamParameters) &&
+           exportNumberUnlessEmpty("ORVEX_GIGE_STREAM_GEVSCPS", packetSize) &&
+           exportNumberUnlessEmpty("ORVEX_GIGE_STREAM_GEVSCPD", options.packetDelay) &&
+           exportNumberUnlessEmpty("ORVEX_CAMEMU", options.cameraEmulation) &&
+           exportUnlessEmpty("TEST_PROPERTIES", options.properties);
+}
+
+}  // namespace orvex

@@ -1,0 +1,28 @@
+// The variables that the SDK reads when a test opens cameras: device filter, stream parameters,
+// camera emulation and free properties.
+
+#ifndef ORVEX_TRANSPORT_STEP_H
+#define ORVEX_TRANSPORT_STEP_H
+
+#include <string>
+
+namespace orvex {
+
+// What the options ask for; an empty text means that the option was not given.
+struct TransportOptions {
+    std::string tlList;           // all -tl values, joined by ","
+    std::string cameraEmulation;  // -camemu
+    std::string packetDelay;      // -packetdelay
+    std::string packetSize;       // -packetsize
+    std::string socketBuffer;     // -socketbuffer
+    std::string properties;       // all -p values, joined by " "
+};
+
+// Sets the variables. Checks and settings alternate in a fixed order, so that false (a numeric text
+// that does not begin with a digit, a variable that cannot be set) leaves all earlier variables set
+// and all later ones alone.
+bool exportTransportVariables(const TransportOptions& options);
+
+}  // namespace orvex
+
+#endif
