@@ -1,6 +1,7 @@
 #include "OrvexTestCommandLineParser.h"
 
 #include "environment/environment_variables.h"
+#include "environment/producer_path.h"
 #include "environment/transport_step.h"
 #include "parser/argument_tokenizer.h"
 
@@ -56,6 +57,7 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
         if (!orvex::exportTransportVariables(transport)) {
             return false;
         }
+        orvex::exportProducerPath(tlList);
         return true;
     } catch (const std::exception&) {
         return false;

@@ -1,0 +1,18 @@
+// The search path for GenTL producers.
+
+#ifndef ORVEX_PRODUCER_PATH_H
+#define ORVEX_PRODUCER_PATH_H
+
+#include <string>
+
+namespace orvex {
+
+// Puts the producer directories of the SDK that this library belongs to in front of
+// GENICAM_GENTL64_PATH, if the transport layers mention "DravikGTC" anywhere. A failure to set the
+// variable is passed over. Throws std::runtime_error when the SDK's directory cannot be found.
+// tlList: all -tl values, joined by ",".
+void exportProducerPath(const std::string& tlList);
+
+}  // namespace orvex
+
+#endif
