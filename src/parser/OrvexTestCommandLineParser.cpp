@@ -4,6 +4,7 @@
 #include "environment/producer_path.h"
 #include "environment/transport_step.h"
 #include "parser/argument_tokenizer.h"
+#include "testrun/test_run_information.h"
 
 #include <exception>
 #include <stdexcept>
@@ -58,6 +59,7 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
             return false;
         }
         orvex::exportProducerPath(tlList);
+        orvex::fillTestRunInformation(options, tlList, testRunInformation);
         return true;
     } catch (const std::exception&) {
         return false;

@@ -1,0 +1,19 @@
+// The record of what is known about the test run.
+
+#ifndef ORVEX_TEST_RUN_INFORMATION_H
+#define ORVEX_TEST_RUN_INFORMATION_H
+
+#include "OrvexTestCommandLineParser.h"
+
+#include <string>
+
+namespace orvex {
+
+// Resets the fields that have a fixed start value and fills those whose options have a text; all
+// others keep what they held. tlList: all -tl values, joined by ",".
+void fillTestRunInformation(const OptionRegistry& options, const std::string& tlList,
+                            TestRunInformation& information);
+
+}  // namespace orvex
+
+#endif
