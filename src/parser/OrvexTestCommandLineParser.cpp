@@ -4,6 +4,7 @@
 #include "environment/producer_path.h"
 #include "environment/transport_step.h"
 #include "parser/argument_tokenizer.h"
+#include "testrun/session_export.h"
 #include "testrun/test_run_information.h"
 
 #include <exception>
@@ -60,6 +61,7 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
         }
         orvex::exportProducerPath(tlList);
         orvex::fillTestRunInformation(options, tlList, testRunInformation);
+        orvex::exportSessionVariables(options);
         return true;
     } catch (const std::exception&) {
         return false;

@@ -1,0 +1,39 @@
+#include "testrun/session_export.h"
+
+#include "environment/environment_variables.h"
+
+namespace orvex {
+namespace {
+
+struct SessionVariable {
+    const char* option;
+    const char* variable;
+};
+
+// In the order in which the variables are set.
+constexpr SessionVariable sessionVariables[] = {
+    {"tdc_guid", "TEST_SESSION_GUID"},
+    {"tdc_runname", "TEST_SESSION_NAME"},
+    {"tdc_rundescription", "TEST_SESSION_DESCRIPTION"},
+    {"tdc_group", "TEST_SESSION_GROUP"},
+    {"tdc_product", "TEST_PRODUCT"},
+    // Not a registered option: it has a value only when it is given as "tdc_variant=value".
+    {"tdc_variant", "TEST_PRODUCT_VARIANT"},
+    {"tdc_userid", "USER_UID"},
+    {"tdc_vcsrevision", "VCS_REVISION"},
+    {"tdc_vcsbranch", "VCS_BRANCH"},
+    {"tl", "TRANSPORT_LAYER"},
+};
+
+}  // namespace
+
+void exportSessionVariables(const OptionRegistry& options) {
+    for (const SessionVariable& row : sessionVariables) {
+        const std::string text = options.getText(row.option);
+        if (!text.empty()) {
+            setEnvironmentVariable(row.variable, text);
+        }
+    }
+}
+
+}  // namespace orvex

@@ -1,0 +1,16 @@
+// The variables that describe the test session to later code and to child processes.
+
+#ifndef ORVEX_SESSION_EXPORT_H
+#define ORVEX_SESSION_EXPORT_H
+
+#include "OrvexTestCommandLineParser.h"
+
+namespace orvex {
+
+// Sets the variable of each reporting option that has a text. All others stay as they are, and one
+// that cannot be set is passed over.
+void exportSessionVariables(const OptionRegistry& options);
+
+}  // namespace orvex
+
+#endif
