@@ -1,0 +1,107 @@
+/** @file
+ * The command line of an Orvex test program, for C and for languages that call C.
+ *
+ * All functions work on one parser, which lives in the process: the first call that needs it creates
+ * it, also when several threads make that call at once, and it is destroyed when the process exits.
+ * It is an OrvexTestCommandLineParser; OrvexTestCommandLineParser.h says in full what a parse does,
+ * which environment variables it reads and writes, and when it fails.
+ *
+ *     int main(int argc, char** argv) {
+ *         if (!OrvexTestCommandLineParser_Parse(argc, argv)) {
+ *             return 1;
+ *         }
+ *         return run_tests(OrvexTestCommandLineParser_GetTestPath());
+ *     }
+ *
+ * Conventions:
+ * - A function that returns int returns 1 for success or yes and 0 for failure or no.
+ * - A text that a function returns belongs to the parser: it is zero-terminated, never null, and must
+ *   be neither changed nor freed. It is valid until the next parse or the end of the process. Before
+ *   the first parse it is empty.
+ * - Parse before other threads start. Apart from the creation of the parser, nothing is locked.
+ * - Memory exhaustion outside the parse itself leaves a function as a C++ exception. If it strikes
+ *   while the parser is created, the next call tries again.
+ * - Only the two parse functions read or write environment variables.
+ *
+ * Usable from C99 and C++ on. */
+
+#ifndef ORVEX_TEST_COMMAND_LINE_PARSER_C_H
+#define ORVEX_TEST_COMMAND_LINE_PARSER_C_H
+
+#include <stddef.h>
+
+#ifndef ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT
+#define ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT __attribute__((visibility("default")))
+#endif
+
+/** The size in bytes of the buffer for OrvexTestCommandLineParser_GetTestRunInformation. */
+#define ORVEX_TEST_RUN_INFORMATION_SIZE 4096
+/** The size in bytes of each of its sixteen slots. */
+#define ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE 256
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Parses the command line and the arguments in ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`.
+ * - argc: the number of arguments, the program name included; with 0 nothing happens and 1 is returned.
+ * - argv: argc zero-terminated texts, none null; read during the call only.
+ * - Result: 1, or 0 when the arguments are bad; what was done up to the failure is kept. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int argc, char** argv);
+
+/** The same for wide arguments, each wchar_t of which is one UTF-32 code point. They become UTF-8.
+ * - Result: also 0, with nothing parsed, when argc is negative, when argv or an argument is null (argv
+ *     may be when argc is 0), or when a code point lies above 0x10FFFF. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_ParseW(int argc, wchar_t** argv);
+
+/** The program name: the first argument that is not an option, usually argv[0]. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetApplicationName(void);
+
+/** The name of the XML report file, -x; empty when it was not given. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetXmlFilename(void);
+
+/** The name of the output file, -o; empty when it was not given. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetOutputFilename(void);
+
+/** The first test suite or test case to run; empty when there is none. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetTestPath(void);
+
+/** Whether -w was given: the program should wait before it exits. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetWaitBeforeExit(void);
+
+/** Whether one of -?, -h, -H and -help was given. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetHelpRequested(void);
+
+/** Copies a text that explains the command line.
+ * - applicationName: the program name at its head; null or empty: that of the last parse.
+ * - buffer: where the text goes, or null.
+ * - bufferSize: the size of the buffer in bytes.
+ * - Result: with a buffer large enough for the text and its terminating zero, the length of the text
+ *     without the zero. Otherwise nothing is written, and the result is the size needed, which is one
+ *     more than that length.
+ *
+ * For example:
+ *
+ *     size_t size = OrvexTestCommandLineParser_GetHelpMessage(NULL, NULL, 0);
+ *     char* text = malloc(size);
+ *     if (text != NULL) {
+ *         OrvexTestCommandLineParser_GetHelpMessage(NULL, text, size);
+ *     } */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT size_t
+OrvexTestCommandLineParser_GetHelpMessage(const char* applicationName, char* buffer, size_t bufferSize);
+
+/** Copies what is known about the test run.
+ * - buffer: ORVEX_TEST_RUN_INFORMATION_SIZE writable bytes, which become sixteen slots of
+ *     ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE bytes: a zero-terminated text each, and zeros up to the end
+ *     of the slot. In order: group, session identifier, run name, run description, product, "0", user
+ *     identifier, revision, branch, revision again, branch again, computer name, operating system,
+ *     transport layers, report file, test name.
+ * - Result: 1; or 0 when buffer is null, and when a text has more than 255 bytes. The slots before that
+ *     text are filled then, and its own and all later ones are zero. */
+ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetTestRunInformation(char* buffer);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
