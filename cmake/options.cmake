@@ -26,6 +26,8 @@ function(testcommandlineparser_part name description package debian homebrew)
   endif()
 endfunction()
 
+testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_TOOLS
+  "Build show_arguments" nlohmann_json nlohmann-json3-dev nlohmann-json)
 testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_TESTS
   "Build the tests" GTest "libgtest-dev and libgmock-dev" googletest)
 option(TESTCOMMANDLINEPARSER_STRICT "Treat compiler warnings as errors" OFF)
