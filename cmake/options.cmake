@@ -28,6 +28,8 @@ endfunction()
 
 testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_TOOLS
   "Build show_arguments" nlohmann_json nlohmann-json3-dev nlohmann-json)
+testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_EXAMPLES
+  "Build the examples" GTest "libgtest-dev and libgmock-dev" googletest)
 testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_TESTS
   "Build the tests" GTest "libgtest-dev and libgmock-dev" googletest)
 option(TESTCOMMANDLINEPARSER_STRICT "Treat compiler warnings as errors" OFF)

@@ -1,0 +1,102 @@
+"""Runs a client of the C interface with real command lines: client_test.py COMMAND..."""
+
+import pathlib
+import sys
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
+from program import run
+
+COMMAND = tuple(sys.argv[1:])
+# The Python client is an interpreter, a script (which is the program name) and the library.
+IS_PYTHON = len(COMMAND) > 1
+PROGRAM_NAME = COMMAND[1] if IS_PYTHON else COMMAND[0]
+
+EMPTY_RECORD = {
+    "group": "orvex", "session": "", "run name": "", "run description": "", "product": "", "zero": "0",
+    "user": "", "revision": "", "branch": "", "second revision": "", "second branch": "", "computer": "",
+    "operating system": "", "transport layers": "any", "report file": "", "test name": "",
+}
+
+
+def client(*arguments, **options):
+    return run((*COMMAND, *arguments), **options)
+
+
+def lines(output):
+    return {line[:16].rstrip(): line[18:] for line in output.splitlines()}
+
+
+def record(output):
+    return {name: text for name, text in lines(output).items() if name in EMPTY_RECORD}
+
+
+class Record(unittest.TestCase):
+    def test_without_options_three_slots_have_their_fixed_texts(self):
+        result = client()
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertEqual(record(result.stdout), EMPTY_RECORD)
+
+    def test_every_option_reaches_its_slot(self):
+        result = client(
+            "-tdc_group", "g", "-tdc_guid", "1234", "-tdc_runname", "nightly", "-tdc_rundescription", "two words",
+            "-tdc_product", "camera", "-tdc_userid", "u", "-tdc_vcsrevision", "1a2b3c", "-tdc_vcsbranch", "main",
+            "-pcname", "pc", "-osname", "os", "-tl", "DravikGigE", "-tl", "DravikUsb", "-tdc_dxml", "d.xml",
+            "-testname", "t")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(record(result.stdout), {
+            "group": "g", "session": "1234", "run name": "nightly", "run description": "two words",
+            "product": "camera", "zero": "0", "user": "u", "revision": "1a2b3c", "branch": "main",
+            "second revision": "1a2b3c", "second branch": "main", "computer": "pc", "operating system": "os",
+            "transport layers": "DravikGigE,DravikUsb", "report file": "d.xml", "test name": "t",
+        })
+
+    def test_the_longest_text_fits_its_slot(self):
+        text = "n" * 255
+        self.assertEqual(record(client("-testname", text).stdout)["test name"], text)
+
+    def test_a_longer_text_is_an_error(self):
+        result = client("-testname", "n" * 256)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("too long", result.stderr)
+
+    def test_bytes_pass_through_unchanged(self):
+        self.assertEqual(record(client("-testname", "Größe").stdout)["test name"], "Größe")
+
+
+class Usage(unittest.TestCase):
+    def assert_is_usage(self, text):
+        self.assertTrue(text.startswith(f"{PROGRAM_NAME} [-?] [-camemu n]"), text)
+        self.assertTrue(text.endswith("passed con the command line.\n"), text)
+        self.assertEqual(text.count("\n"), 8)
+
+    def test_help_goes_to_standard_output(self):
+        result = client("-help")
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assert_is_usage(result.stdout)
+
+    def test_bad_arguments_bring_the_usage_text_on_standard_error(self):
+        result = client("-packetsize", "large")
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assert_is_usage(result.stderr)
+
+
+@unittest.skipUnless(IS_PYTHON, "the C client does not print the getters")
+class Getters(unittest.TestCase):
+    NAMES = ("application name", "XML report file", "output file", "first test path", "wait before exit")
+
+    def getters(self, *arguments):
+        result = lines(client(*arguments).stdout)
+        return [result[name] for name in self.NAMES]
+
+    def test_without_options_they_are_empty(self):
+        self.assertEqual(self.getters(), [PROGRAM_NAME, "", "", "", "False"])
+
+    def test_they_return_what_was_parsed(self):
+        self.assertEqual(
+            self.getters("-x", "r.xml", "-o", "o.txt", "-w", "TestSuiteUsb", "TestSuiteGigE"),
+            [PROGRAM_NAME, "r.xml", "o.txt", "TestSuiteUsb", "True"])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
