@@ -98,7 +98,7 @@ public:
     explicit OptionRegistry(std::uint32_t mode);
 
     /// Registers options that take a value and keep the last one given.
-    /// - names: zero-terminated texts, not null, copied. A name registered twice is kept once.
+    /// - names: zero-terminated texts, not null, copied. A name registered twice counts once.
     void addValueOptions(std::initializer_list<const char*> names);
 
     /// Registers options that take a value and keep every one given, in order. As addValueOptions.
@@ -151,24 +151,25 @@ public:
 private:
     class Scanner;
 
-    // Lets a lookup compare a stored text with any other form of text without copying it.
-    struct ByteOrder {
+    // Shorter names come first: names differ in length more often than not, and then no byte is read.
+    // Being transparent, it compares a stored name with any other form of text without copying it.
+    struct NameOrder {
         using is_transparent = void;
 
         template <typename Left, typename Right>
         bool operator()(const Left& left, const Right& right) const {
-            return left < right;
+            return left.size() != right.size() ? left.size() < right.size() : left < right;
         }
     };
 
-    std::map<std::string, std::string, ByteOrder> values;
+    std::map<std::string, std::string, NameOrder> values;
     std::vector<std::string> positionals;
-    std::multiset<std::string, ByteOrder> flags;
-    std::set<std::string, ByteOrder> valueOptions;
+    std::multiset<std::string, NameOrder> flags;
+    std::vector<std::string> valueOptions;
     std::uint32_t mode;
     std::string emptyValue;
-    std::set<std::string, ByteOrder> multiValueOptions;
-    std::map<std::string, std::vector<std::string>, ByteOrder> multiValues;
+    std::vector<std::string> multiValueOptions;
+    std::map<std::string, std::vector<std::string>, NameOrder> multiValues;
 };
 
 /// Parses a test program's arguments and keeps what it found.

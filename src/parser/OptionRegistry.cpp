@@ -1,5 +1,6 @@
 #include "OrvexTestCommandLineParser.h"
 
+#include <algorithm>
 #include <locale>
 #include <string_view>
 #include <utility>
@@ -28,6 +29,18 @@ bool mayBeNumber(std::string_view token) {
 
 bool looksLikeOption(std::string_view token) {
     return !token.empty() && token.front() == '-' && !(mayBeNumber(token) && readsAsNumber(token));
+}
+
+// Registered names are few: a walk along a list costs less than a tree, to build and to search.
+void registerNames(std::initializer_list<const char*> names, std::vector<std::string>& list) {
+    list.reserve(list.size() + names.size());
+    for (const char* name : names) {
+        list.emplace_back(withoutLeadingDashes(name));
+    }
+}
+
+bool contains(const std::vector<std::string>& list, std::string_view name) {
+    return std::find(list.begin(), list.end(), name) != list.end();
 }
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator) {
@@ -116,16 +129,17 @@ private:
         } else if (hasValue && (isValueOption(name) || registry.hasMode(UnknownTakesValue))) {
             replaceValue(name, tokens[next++]);
         } else {
-            registry.flags.emplace(name);
+            // A flag given over and over is mostly the last in order: the hint then spares the search.
+            registry.flags.emplace_hint(registry.flags.end(), name);
         }
     }
 
     bool isValueOption(std::string_view name) const {
-        return registry.valueOptions.find(name) != registry.valueOptions.end();
+        return contains(registry.valueOptions, name);
     }
 
     bool isMultiValueOption(std::string_view name) const {
-        return registry.multiValueOptions.find(name) != registry.multiValueOptions.end();
+        return contains(registry.multiValueOptions, name);
     }
 
     void replaceValue(std::string_view name, std::string_view value) {
@@ -153,15 +167,11 @@ private:
 OptionRegistry::OptionRegistry(std::uint32_t mode) : mode(mode) {}
 
 void OptionRegistry::addValueOptions(std::initializer_list<const char*> names) {
-    for (const char* name : names) {
-        valueOptions.emplace(withoutLeadingDashes(name));
-    }
+    registerNames(names, valueOptions);
 }
 
 void OptionRegistry::addMultiValueOptions(std::initializer_list<const char*> names) {
-    for (const char* name : names) {
-        multiValueOptions.emplace(withoutLeadingDashes(name));
-    }
+    registerNames(names, multiValueOptions);
 }
 
 void OptionRegistry::parseArgv(int argc, const char* const* argv) {
@@ -191,7 +201,7 @@ std::istringstream OptionRegistry::getValue(const std::string& name) const {
 
 std::string OptionRegistry::getText(const char* name) const {
     const std::string_view key = withoutLeadingDashes(name);
-    if (multiValueOptions.find(key) != multiValueOptions.end()) {
+    if (contains(multiValueOptions, key)) {
         const auto found = multiValues.find(key);
         return found == multiValues.end() || found->second.empty() ? std::string() : join(found->second, " ");
     }
@@ -226,11 +236,11 @@ bool OptionRegistry::isOptionToken(const std::string& token) {
 }
 
 bool OptionRegistry::isValueOption(const std::string& name) const {
-    return valueOptions.find(withoutLeadingDashes(name)) != valueOptions.end();
+    return contains(valueOptions, withoutLeadingDashes(name));
 }
 
 bool OptionRegistry::isMultiValueOption(const std::string& name) const {
-    return multiValueOptions.find(withoutLeadingDashes(name)) != multiValueOptions.end();
+    return contains(multiValueOptions, withoutLeadingDashes(name));
 }
 
 bool OptionRegistry::hasMode(std::uint32_t bit) const {
