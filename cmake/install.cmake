@@ -1,0 +1,51 @@
+# Installation in three components, all relocatable: runtime (the library), development (headers, CMake
+# package, pkg-config file) and tools. A fourth, sdk, is installed only when it is named: the library
+# as it lies inside the SDK's framework bundle.
+
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/testcommandlineparser)
+
+install(TARGETS testcommandlineparser
+  EXPORT testcommandlineparserTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+install(FILES
+  ${PROJECT_SOURCE_DIR}/include/OrvexTestCommandLineParser.h
+  ${PROJECT_SOURCE_DIR}/include/OrvexTestCommandLineParserC.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+
+install(EXPORT testcommandlineparserTargets
+  FILE testcommandlineparserConfig.cmake NAMESPACE Orvex::
+  DESTINATION ${package_dir} COMPONENT development)
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparserConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparserConfigVersion.cmake
+  DESTINATION ${package_dir} COMPONENT development)
+
+# The prefix as seen from the pkg-config file, so that the file stays right when the prefix moves.
+file(RELATIVE_PATH pkgconfig_to_prefix
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
+configure_file(${PROJECT_SOURCE_DIR}/cmake/testcommandlineparser.pc.in testcommandlineparser.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparser.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+if(TESTCOMMANDLINEPARSER_BUILD_TOOLS)
+  # The program finds the library beside itself, wherever the prefix is.
+  file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+  set_target_properties(show_arguments PROPERTIES INSTALL_RPATH
+    $<IF:$<BOOL:${APPLE}>,@executable_path,$ORIGIN>/${bin_to_lib})
+  install(TARGETS show_arguments RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+endif()
+
+set(framework Frameworks/orvex.framework)
+install(TARGETS testcommandlineparser
+  LIBRARY DESTINATION ${framework}/Versions/A/Libraries COMPONENT sdk EXCLUDE_FROM_ALL NAMELINK_SKIP)
+install(CODE "
+  set(framework \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${framework}\")
+  file(CREATE_LINK A \"\${framework}/Versions/Current\" SYMBOLIC)
+  file(CREATE_LINK Versions/Current/Libraries \"\${framework}/Libraries\" SYMBOLIC)"
+  COMPONENT sdk EXCLUDE_FROM_ALL)

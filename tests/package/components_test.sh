@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# The runtime component is what a program needs to run, the development component what it needs on top
+# to be built.
+source "$(dirname "$0")/package.sh"
+
+# The name of one file holds the build type. files_in PREFIX
+files_in() {
+    (cd "$1" && find . ! -type d | sed 's/Config-[a-z]*\.cmake$/Config-TYPE.cmake/' | sort)
+}
+
+lines() {
+    printf './%s\n' "$@" | sort -u
+}
+
+install_to "$work/runtime" --component runtime
+expect_equal 'runtime holds only the library with its version link' \
+    "$(lines "$PACKAGE_LIBDIR/$PACKAGE_LIBRARY" "$PACKAGE_LIBDIR/$PACKAGE_VERSION_LINK")" \
+    "$(files_in "$work/runtime")"
+[ -f "$work/runtime/$PACKAGE_LIBDIR/$PACKAGE_VERSION_LINK" ] || fail 'the version link leads to the library'
+
+install_to "$work/development" --component development
+package_dir=$PACKAGE_LIBDIR/cmake/testcommandlineparser
+expect_equal 'development holds headers, name link, CMake package and pkg-config file' \
+    "$(lines "$PACKAGE_INCLUDEDIR/OrvexTestCommandLineParser.h" \
+        "$PACKAGE_INCLUDEDIR/OrvexTestCommandLineParserC.h" \
+        "$PACKAGE_LIBDIR/$PACKAGE_NAME_LINK" \
+        "$package_dir/testcommandlineparserConfig.cmake" \
+        "$package_dir/testcommandlineparserConfig-TYPE.cmake" \
+        "$package_dir/testcommandlineparserConfigVersion.cmake" \
+        "$PACKAGE_LIBDIR/pkgconfig/testcommandlineparser.pc")" \
+    "$(files_in "$work/development")"
+
+install_to "$work/all"
+[ ! -e "$work/all/Frameworks" ] || fail 'the sdk component is installed only when it is named'
+
+# A program that was built with both runs with runtime alone.
+install_to "$work/both" --component runtime
+install_to "$work/both" --component development
+quietly "$CC" ${CFLAGS:-} "$consumers/main.c" -o "$work/program" "-I$work/both/$PACKAGE_INCLUDEDIR" ${LDFLAGS:-} \
+    "-L$work/both/$PACKAGE_LIBDIR" -ltestcommandlineparser "-Wl,-rpath,$work/runtime/$PACKAGE_LIBDIR"
+rm -r "$work/both"
+expect_consumer_works "$work/program"
