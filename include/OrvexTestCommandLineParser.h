@@ -9,20 +9,23 @@
 ///
 ///     int main(int argc, char** argv) {
 ///         OrvexTestCommandLineParser parser;
-///         if (!parser.Parse(argc, argv) || parser.helpRequested()) {
+///         const bool parsed = parser.Parse(argc, argv);
+///         if (!parsed || parser.helpRequested()) {
 ///             std::cout << parser.getHelpMessage("") << '\n';
-///             return parser.helpRequested() ? 0 : 1;
+///             return parsed ? 0 : 1;
 ///         }
 ///         return runTests(parser.getTestPaths());
 ///     }
 ///
 /// Conventions:
-/// - All text is bytes that end at the first zero byte. No locale is consulted, and nothing is
-///   validated but the first byte of the four numeric options.
+/// - All text is bytes that end at the first zero byte. No locale is consulted, and of the values none
+///   is validated but the first byte of the four numeric ones.
 /// - Parse reports failure by returning false. It prints nothing and keeps what it had done so far.
-/// - References that accessors return stay valid as long as the parser lives; only a later Parse
-///   changes what they refer to.
+/// - A reference that an accessor returns stays valid as long as the parser lives, and a later Parse
+///   changes what it refers to. Only a reference to a single test path ends with the next Parse.
 /// - Nothing here is locked. Parse writes the process environment, which all threads share.
+/// - The classes hold standard containers by value: build a program with the standard library, and
+///   with the version of this header, that the library was built with. Copies are independent.
 ///
 /// Usable from C++11 on. C programs, and C++ programs that want the one process-wide parser, use
 /// OrvexTestCommandLineParserC.h.
@@ -89,8 +92,8 @@ public:
         UnknownTakesValue = 2,
         /// "name=value" is not split: the whole text is the name.
         NoInlineValue = 4,
-        /// "-abc" is the flags a, b and c, unless "abc" is a registered value option. The last letter
-        /// takes a value if it is itself a registered value option.
+        /// "-abc" is the flags a, b and c, unless "abc" was registered by addValueOptions. The last
+        /// letter takes a value if it was itself registered so.
         GroupedShortFlags = 8
     };
 
@@ -110,8 +113,8 @@ public:
     void parseArgv(int argc, const char* const* argv);
 
     /// Scans a token list and adds what it finds to what earlier scans left.
-    /// - tokens: the program name, which is dropped if an earlier list has supplied one, and then the
-    ///     arguments.
+    /// - tokens: the program name and then the arguments. A program name that does not look like an
+    ///     option is the first positional argument; it is dropped when there is one already.
     void parseTokens(const std::vector<std::string>& tokens);
 
     /// Whether the option was given without a value. An option given with one does not count.
@@ -193,11 +196,12 @@ public:
     ///     to the failure kept (what was scanned, fields, environment variables), when
     ///     - argc is negative or argv is null (nothing has changed then),
     ///     - one of the two argument variables has a quote that is not closed,
-    ///     - the text of -socketbuffer, -packetsize, -packetdelay or -camemu does not begin with a
-    ///       decimal digit,
+    ///     - the text of -socketbuffer, -packetsize, -packetdelay or -camemu is not empty and does not
+    ///       begin with a decimal digit,
     ///     - a variable from ORVEX_GTC_USE_EXTRA_TL to TEST_PROPERTIES below cannot be set,
     ///     - the directory of the SDK is needed (see GENICAM_GENTL64_PATH) and cannot be found,
-    ///     - memory runs out.
+    ///     - memory runs out (except while GENICAM_GENTL64_PATH is expanded, which then keeps its
+    ///       references as they are).
     /// - Errors: lets no exception out. One that is not a std::exception (which only a replaced
     ///     allocation function could raise) ends the process through std::terminate.
     ///
@@ -209,11 +213,11 @@ public:
     ///
     ///     ORVEX_GTC_USE_EXTRA_TL      "1", only if it is not defined
     ///     ORVEX_DEVICE_FILTER         "DeviceClass=" and a class, for each class in -tl, sorted and
-    ///                                 joined by "||"; only with a -tl
+    ///                                 joined by "||"; only with an entry in -tl
     ///     ORVEX_GIGE_STREAMPARAMS     "Type=" and the driver named after "DravikGigE:" in -tl (of
     ///                                 several, the last in byte order), "SocketBufferSize=" and
     ///                                 -socketbuffer, or both with a blank between
-    ///     ORVEX_GIGE_STREAM_GEVSCPS   -packetsize, or "8192" without one
+    ///     ORVEX_GIGE_STREAM_GEVSCPS   -packetsize, or "8192" without a text
     ///     ORVEX_GIGE_STREAM_GEVSCPD   -packetdelay
     ///     ORVEX_CAMEMU                -camemu
     ///     TEST_PROPERTIES             the -p values joined by one blank
@@ -230,8 +234,9 @@ public:
     ///     VCS_BRANCH                  -tdc_vcsbranch
     ///     TRANSPORT_LAYER             the -tl values joined by one blank
     ///
-    /// A variable whose option is absent or empty is left as it was. From GENICAM_GENTL64_PATH on, a
-    /// variable that cannot be set is passed over.
+    /// But for the first and for -packetsize, a variable whose option has no text, or whose options have
+    /// none when joined, is left as it was. From GENICAM_GENTL64_PATH on, a variable that cannot be set
+    /// is passed over.
     ///
     /// A second Parse adds to what the first one scanned: options that it lacks apply again, and the
     /// test paths of the first call are in the list twice.
@@ -243,7 +248,8 @@ public:
     /// - argv: argc pointers to zero-terminated texts of UTF-32 code points. Surrogates are converted
     ///     like any other code point. Read during the call only.
     /// - Result: that of the narrow Parse; false with nothing parsed when argv is null and argc is
-    ///     positive, when an argument is null, or when a code point lies above 0x10FFFF.
+    ///     positive, when an argument is null, when a code point lies above 0x10FFFF, or when the UTF-8
+    ///     of one argument has more bytes than an int can count.
     /// - Errors: throws std::bad_alloc when there is no memory for the converted arguments.
     /// - Environment: as the narrow Parse.
     ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, wchar_t** argv);
@@ -262,9 +268,10 @@ public:
     /// Scans the arguments in an environment variable, as Parse does for its own two, and does nothing
     /// else: no accessor changes before the next Parse, which finds these arguments scanned already.
     ///
-    /// Spaces and tabs separate arguments. Double and single quotes group, also in the middle of an
-    /// argument. A backslash, in quotes or not, makes the next byte an ordinary one; as the last byte
-    /// of the text it stands for itself.
+    /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind in
+    /// them is an ordinary byte, what touches them belongs to the same argument, and an empty pair is an
+    /// empty argument. A backslash, in quotes or not, makes the next byte an ordinary one; as the last
+    /// byte of the text it stands for itself.
     ///
     /// - variableName: the variable to read. Null or empty: nothing happens.
     /// - programName: a zero-terminated text, not null, which takes the place of argv[0].
@@ -274,8 +281,8 @@ public:
     ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT void ParseArgsFromEnvironmentVariable(const char* variableName,
                                                                                 const char* programName);
 
-    /// The program name: the first argument that is not an option, which is argv[0] unless that looks
-    /// like one.
+    /// The program name: the first of all arguments that is neither an option nor the value of one,
+    /// which is argv[0] unless that looks like an option.
     ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getApplicationName() const noexcept;
 
     /// The name of the XML report file, -x; empty when it was not given.
@@ -287,7 +294,8 @@ public:
     /// The test suites and test cases to run, "Suite" or "Suite::Case", in the order given.
     ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::vector<std::string>& getTestPaths() const noexcept;
 
-    /// The first of the test paths, or an empty text, which lives as long as the process.
+    /// The first of the test paths, valid until the next Parse; or an empty text, which lives as long as
+    /// the process.
     ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getFirstTestPath() const noexcept;
 
     /// All transport layers, the -tl values, joined by a comma.
@@ -312,7 +320,8 @@ public:
         const std::string& applicationName) const;
 
     /// The directory that the SDK is installed in: five levels above the one that holds this library's
-    /// file, with symbolic links resolved; empty when that is the root or would lie above it.
+    /// file, after symbolic links among the directories are resolved; empty when that is the root or
+    /// would lie above it.
     /// - Errors: throws std::runtime_error when the file or the directory cannot be found, and
     ///     std::bad_alloc when memory runs out.
     /// - Reads and writes no environment variable.

@@ -46,15 +46,18 @@ extern "C" {
 /** Parses the command line and the arguments in ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`.
  * - argc: the number of arguments, the program name included; with 0 nothing happens and 1 is returned.
  * - argv: argc zero-terminated texts, none null; read during the call only.
- * - Result: 1, or 0 when the arguments are bad; what was done up to the failure is kept. */
+ * - Result: 1; or 0 when the arguments are bad or what they ask for cannot be done. What was done up to
+ *     the failure is kept. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int argc, char** argv);
 
 /** The same for wide arguments, each wchar_t of which is one UTF-32 code point. They become UTF-8.
  * - Result: also 0, with nothing parsed, when argc is negative, when argv or an argument is null (argv
- *     may be when argc is 0), or when a code point lies above 0x10FFFF. */
+ *     may be when argc is 0), when a code point lies above 0x10FFFF, or when the UTF-8 of one argument
+ *     has more bytes than an int can count. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_ParseW(int argc, wchar_t** argv);
 
-/** The program name: the first argument that is not an option, usually argv[0]. */
+/** The program name: the first of all arguments that is neither an option nor the value of one, usually
+ * argv[0]. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetApplicationName(void);
 
 /** The name of the XML report file, -x; empty when it was not given. */
@@ -95,7 +98,7 @@ OrvexTestCommandLineParser_GetHelpMessage(const char* applicationName, char* buf
  *     ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE bytes: a zero-terminated text each, and zeros up to the end
  *     of the slot. In order: group, session identifier, run name, run description, product, "0", user
  *     identifier, revision, branch, revision again, branch again, computer name, operating system,
- *     transport layers, report file, test name.
+ *     transport layers, report file, test name. All are empty before the first parse.
  * - Result: 1; or 0 when buffer is null, and when a text has more than 255 bytes. The slots before that
  *     text are filled then, and its own and all later ones are zero. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetTestRunInformation(char* buffer);

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <exception>
 #include <string_view>
+#include <utility>
 
 namespace orvex {
 namespace {

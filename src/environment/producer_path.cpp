@@ -15,7 +15,7 @@ void exportProducerPath(const std::string& tlList) {
         OrvexTestCommandLineParser::getApplicationDir() + "/Frameworks/orvex.framework/Libraries";
     std::string path =
         libraries + "/gentlproducer/gtl:" + libraries + "/orvexCXP/bin:$(GENICAM_GENTL64_PATH)";
-    // The directory is expanded along with the reference, so that a "%" in it is not taken literally.
+    // Expanded as a whole, in which the directory stands twice: a "%" in its name pairs with its copy.
     expandEnvironmentReferences(path);
     setEnvironmentVariable("GENICAM_GENTL64_PATH", path);
 }

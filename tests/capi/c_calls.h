@@ -20,6 +20,7 @@ inline int parseNarrow(std::vector<std::string> list) {
 
 inline int parseWide(std::vector<std::wstring> list) {
     std::vector<wchar_t*> pointers;
+    pointers.reserve(list.size());
     for (std::wstring& text : list) {
         pointers.push_back(text.data());
     }

@@ -261,11 +261,11 @@ TEST(RegistryBytes, AllAreKeptInValuesAndPositionals) {
         OptionRegistry registry(OptionRegistry::UnknownAsFlag);
         registry.addValueOptions({"o", "x"});
         registry.addMultiValueOptions({"tl"});
-        const std::string text = "a" + byte + "b" + byte;
+        const std::string text = std::string("a").append(byte).append("b").append(byte);
         registry.parseTokens({text, "-o", text, "-x=" + text, "-tl", text, "-tl=" + text, text});
         EXPECT_EQ(registry.getValue("o").str(), text);
         EXPECT_EQ(registry.getValue("x").str(), text);
-        EXPECT_EQ(registry.getJoinedValues("tl", byte), text + byte + text);
+        EXPECT_EQ(registry.getJoinedValues("tl", byte), std::string(text).append(byte).append(text));
         EXPECT_THAT(registry.getPositionals(), ElementsAre(text, text));
     }
 }

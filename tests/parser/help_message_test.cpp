@@ -13,7 +13,7 @@
 namespace {
 
 // All of the text but the program name and the blank behind it.
-const std::string usage =
+constexpr char usage[] =
     "[-?] [-camemu n] [-o filename] [-p <property=value>...] [-packetdelay n] [-packetsize <n>]"
     " [-socketbuffer <n>] [-tl <deviceclass>...] [-w] [-x <filename>] [<testpath>...]"
     "\n"
@@ -50,21 +50,21 @@ TEST_F(HelpMessageTest, WithoutAnyNameTheTextBeginsWithTheBracket) {
 
 TEST_F(HelpMessageTest, AGivenNameStandsInFront) {
     const OrvexTestCommandLineParser parser;
-    EXPECT_EQ(parser.getHelpMessage("runner"), "runner " + usage);
+    EXPECT_EQ(parser.getHelpMessage("runner"), std::string("runner ") + usage);
 }
 
 TEST_F(HelpMessageTest, WithoutAGivenNameTheParsedOneStandsInFront) {
     OrvexTestCommandLineParser parser;
     ASSERT_TRUE(parse(parser, {"./mytest", "TestSuiteUsb"}));
-    EXPECT_EQ(parser.getHelpMessage(""), "./mytest " + usage);
+    EXPECT_EQ(parser.getHelpMessage(""), std::string("./mytest ") + usage);
 }
 
 TEST_F(HelpMessageTest, AGivenNameReplacesTheParsedOne) {
     OrvexTestCommandLineParser parser;
     ASSERT_TRUE(parse(parser, {"./mytest"}));
-    EXPECT_EQ(parser.getHelpMessage("runner"), "runner " + usage);
+    EXPECT_EQ(parser.getHelpMessage("runner"), std::string("runner ") + usage);
     EXPECT_EQ(parser.getApplicationName(), "./mytest");
-    EXPECT_EQ(parser.getHelpMessage(""), "./mytest " + usage);
+    EXPECT_EQ(parser.getHelpMessage(""), std::string("./mytest ") + usage);
 }
 
 TEST_F(HelpMessageTest, AnEmptyParsedNameCountsAsNone) {
@@ -77,7 +77,7 @@ TEST_F(HelpMessageTest, NamesAreTakenAsTheyStand) {
     const OrvexTestCommandLineParser parser;
     for (const std::string name : {" ", "my test", "%s", "\xC3\xA9", "-?", "a\n"}) {
         SCOPED_TRACE(name);
-        EXPECT_EQ(parser.getHelpMessage(name), name + " " + usage);
+        EXPECT_EQ(parser.getHelpMessage(name), std::string(name).append(" ").append(usage));
     }
 }
 
@@ -96,9 +96,9 @@ TEST_F(HelpMessageTest, HasSevenLineEndsTwoOfThemEmptyLinesAndNoneAtTheEnd) {
 TEST_F(HelpMessageTest, IsTheSameAfterAskingForHelpAndAfterAFailure) {
     OrvexTestCommandLineParser parser;
     ASSERT_TRUE(parse(parser, {"mytest", "-?", "-tl", "A"}));
-    EXPECT_EQ(parser.getHelpMessage(""), "mytest " + usage);
+    EXPECT_EQ(parser.getHelpMessage(""), std::string("mytest ") + usage);
     ASSERT_FALSE(parse(parser, {"mytest", "-packetsize", "x"}));
-    EXPECT_EQ(parser.getHelpMessage(""), "mytest " + usage);
+    EXPECT_EQ(parser.getHelpMessage(""), std::string("mytest ") + usage);
 }
 
 }  // namespace

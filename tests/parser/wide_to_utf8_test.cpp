@@ -33,7 +33,7 @@ Conversion convert(const std::wstring& source, int size) {
             memory.substr(static_cast<std::size_t>(size))};
 }
 
-const std::string untouchedBytes(8, untouched);
+constexpr char untouchedBytes[] = "ZZZZZZZZ";
 
 // The zero that ends the bytes is part of what is written.
 std::string withZero(std::string bytes) {
