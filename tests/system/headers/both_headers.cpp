@@ -1,0 +1,5 @@
+// The two headers in one program.
+
+#include "OrvexTestCommandLineParserC.h"
+
+#include "OrvexTestCommandLineParser.h"
