@@ -1,0 +1,48 @@
+// The process environment while a scenario runs.
+
+#ifndef ORVEX_TESTS_DIFFERENTIAL_PROCESS_ENVIRONMENT_H
+#define ORVEX_TESTS_DIFFERENTIAL_PROCESS_ENVIRONMENT_H
+
+#include <deque>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace differential {
+
+// Whether a setting can be made to fail, which takes a setenv of our own in front of the platform's.
+#ifdef __linux__
+constexpr bool canRefuseSettings = true;
+#else
+constexpr bool canRefuseSettings = false;
+#endif
+
+// Takes the place of the process environment as long as it lives. Only one at a time.
+//
+// The platform's setenv keeps every text that it was ever given, so millions of scenarios would use up the
+// memory. Where this class can, it answers setenv itself and releases the texts with the scenario.
+class ProcessEnvironment {
+public:
+    ProcessEnvironment(const std::map<std::string, std::string>& variables,
+                       const std::set<std::string>& refused);
+    ~ProcessEnvironment();
+    ProcessEnvironment(const ProcessEnvironment&) = delete;
+    ProcessEnvironment& operator=(const ProcessEnvironment&) = delete;
+
+    // What the process sees now.
+    static std::map<std::string, std::string> read();
+
+    // Does what setenv does.
+    int set(const char* name, const char* value, bool overwrite);
+
+private:
+    std::deque<std::string> texts;
+    std::vector<char*> entries;
+    const std::set<std::string>& refused;
+    char** const saved;
+};
+
+}  // namespace differential
+
+#endif
