@@ -41,9 +41,9 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
         applicationName = options.getPositional(0);
         helpRequestedFlag = options.hasOption("?") || options.hasOption("h") || options.hasOption("H") ||
                             options.hasOption("help");
-        const std::vector<std::string>& positionals = options.getPositionals();
-        if (!positionals.empty()) {
-            testPaths.insert(testPaths.end(), positionals.begin() + 1, positionals.end());
+        // One by one: an insertion of the whole range could lose the old paths when memory runs out.
+        for (std::size_t i = 1; i < options.getPositionals().size(); ++i) {
+            testPaths.push_back(options.getPositional(i));
         }
         waitBeforeExitFlag = options.hasOption("w");
         outputFilename = options.getText("o");
