@@ -45,7 +45,7 @@ std::string composeDeviceFilter(const std::set<std::string>& classes) {
 
 // Not isdigit, which consults the locale.
 bool startsWithDigit(const std::string& text) {
-    return !text.empty() && text[0] >= '0' && text[0] <= '9';
+    return text[0] >= '0' && text[0] <= '9';
 }
 
 bool exportUnlessEmpty(const char* name, const std::string& value) {
@@ -59,7 +59,10 @@ bool exportNumberUnlessEmpty(const char* name, const std::string& value) {
 bool defineExtraTransportLayer() {
     constexpr const char* name = "ORVEX_GTC_USE_EXTRA_TL";
     std::string ignored;
-    return getEnvironmentVariable(name, ignored) || setEnvironmentVariable(name, "1");
+    if (getEnvironmentVariable(name, ignored)) {
+        return true;
+    }
+    return setEnvironmentVariable(name, "1");
 }
 
 }  // namespace
@@ -82,7 +85,10 @@ bool exportTransportVariables(const TransportOptions& options) {
         }
         streamParameters += "SocketBufferSize=" + options.socketBuffer;
     }
-    const std::string packetSize = options.packetSize.empty() ? "8192" : options.packetSize;
+    std::string packetSize = options.packetSize;
+    if (packetSize.empty()) {
+        packetSize = "8192";
+    }
 
     return defineExtraTransportLayer() && exportUnlessEmpty("ORVEX_DEVICE_FILTER", deviceFilter) &&
            exportUnlessEmpty("ORVEX_GIGE_STREAMPARAMS", streamParameters) &&

@@ -7,8 +7,16 @@
 #include "testrun/session_export.h"
 #include "testrun/test_run_information.h"
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 #include <stdexcept>
+
+namespace {
+
+constexpr const char* helpSwitches[] = {"?", "h", "H", "help"};
+
+}  // namespace
 
 OrvexTestCommandLineParser::OrvexTestCommandLineParser() : options(OptionRegistry::UnknownAsFlag) {
     // The help and wait switches are not registered: that is what makes them flags. Neither is
@@ -39,8 +47,8 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
         ParseArgsFromEnvironmentVariable("_ORVEX_TEST_ARGS_", argv[0]);
 
         applicationName = options.getPositional(0);
-        helpRequestedFlag = options.hasOption("?") || options.hasOption("h") || options.hasOption("H") ||
-                            options.hasOption("help");
+        helpRequestedFlag = std::any_of(std::begin(helpSwitches), std::end(helpSwitches),
+                                        [this](const char* name) { return options.hasOption(name); });
         // One by one: an insertion of the whole range could lose the old paths when memory runs out.
         for (std::size_t i = 1; i < options.getPositionals().size(); ++i) {
             testPaths.push_back(options.getPositional(i));
@@ -50,12 +58,13 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
         xmlFilename = options.getText("x");
         tlList = options.getJoinedValues("tl", ",");
 
-        const orvex::TransportOptions transport = {tlList,
-                                                   options.getText("camemu"),
-                                                   options.getText("packetdelay"),
-                                                   options.getText("packetsize"),
-                                                   options.getText("socketbuffer"),
-                                                   options.getJoinedValues("p", " ")};
+        orvex::TransportOptions transport;
+        transport.tlList = tlList;
+        transport.cameraEmulation = options.getText("camemu");
+        transport.packetDelay = options.getText("packetdelay");
+        transport.packetSize = options.getText("packetsize");
+        transport.socketBuffer = options.getText("socketbuffer");
+        transport.properties = options.getJoinedValues("p", " ");
         if (!orvex::exportTransportVariables(transport)) {
             return false;
         }

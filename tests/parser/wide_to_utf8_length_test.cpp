@@ -1,0 +1,59 @@
+// A text whose UTF-8 is longer than an int can count. It takes little memory: the same pages stand in the
+// address space again and again.
+
+#include "parser/wide_to_utf8.h"
+
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t pieceSize = std::size_t{8} << 20;
+constexpr std::size_t pieces = 256;
+static_assert(pieceSize * pieces == std::size_t{1} << 31);
+
+// As many bytes of four-byte code points as the address space is given, all from one file.
+class RepeatedText {
+public:
+    RepeatedText() {
+        const std::vector<wchar_t> piece(pieceSize / sizeof(wchar_t), L'\U0010FFFF');
+        file = std::tmpfile();
+        std::fwrite(piece.data(), 1, pieceSize, file);
+        std::fflush(file);
+        void* const reserved =
+            mmap(nullptr, pieceSize * pieces, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        start = reserved == MAP_FAILED ? nullptr : static_cast<char*>(reserved);
+        for (std::size_t i = 0; i < pieces && start != nullptr; ++i) {
+            if (mmap(start + i * pieceSize, pieceSize, PROT_READ, MAP_SHARED | MAP_FIXED, fileno(file), 0) ==
+                MAP_FAILED) {
+                start = nullptr;
+            }
+        }
+    }
+    ~RepeatedText() {
+        munmap(start, pieceSize * pieces);
+        std::fclose(file);
+    }
+    RepeatedText(const RepeatedText&) = delete;
+    RepeatedText& operator=(const RepeatedText&) = delete;
+
+    const wchar_t* text() const {
+        return reinterpret_cast<const wchar_t*>(start);
+    }
+
+private:
+    std::FILE* file = nullptr;
+    char* start = nullptr;
+};
+
+TEST(WideToUtf8Length, MoreBytesThanAnIntCountsAreRefused) {
+    const RepeatedText repeated;
+    ASSERT_NE(repeated.text(), nullptr);
+    EXPECT_EQ(orvex::convertWideToUtf8(repeated.text(), nullptr, 0), -2);
+}
+
+}  // namespace
