@@ -7,7 +7,7 @@ testcommandlineparser_set_warnings(reference_model)
 testcommandlineparser_add_tests(model_tests reference_model model/model_test.cpp)
 
 # Scenarios and their comparison, without GoogleTest: a fuzz target can be made of these and the model.
-set(differential_sources comparison.cpp process_environment.cpp scenario.cpp scenario_generator.cpp
+set(differential_sources comparison.cpp observation.cpp process_environment.cpp scenario.cpp scenario_generator.cpp
   scenario_shrinker.cpp text_generator.cpp)
 list(TRANSFORM differential_sources PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
 add_library(differential_support STATIC ${differential_sources})

@@ -15,11 +15,16 @@
 
 namespace differential {
 
+// Read at the start, before a scenario takes the environment away.
+inline const bool isDeep = [] {
+    const char* depth = std::getenv("DIFFERENTIAL_DEPTH");
+    return depth != nullptr && std::string_view(depth) == "deep";
+}();
+
 // The size of the inputs of a test: the small one in the everyday suite, the large one when
 // DIFFERENTIAL_DEPTH is "deep".
 inline std::size_t quickOrDeep(std::size_t quick, std::size_t deep) {
-    const char* depth = std::getenv("DIFFERENTIAL_DEPTH");
-    return depth != nullptr && std::string_view(depth) == "deep" ? deep : quick;
+    return isDeep ? deep : quick;
 }
 
 // Counts cases up to the first failing one, which it reports, and prints the number at the end.

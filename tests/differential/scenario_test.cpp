@@ -3,11 +3,11 @@
 #include "differential/scenario.h"
 
 #include "differential/comparison.h"
+#include "differential/enumeration.h"
 #include "differential/process_environment.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -77,6 +77,16 @@ TEST(Shrink, KeepsAScenarioThatCannotBeMadeSmaller) {
     EXPECT_EQ(
         describe(shrink(scenario, [&](const Scenario& candidate) { return describe(candidate) == text; })),
         text);
+}
+
+TEST(Enumeration, VisitsEverySequenceOnceTheShortOnesFirst) {
+    Cases cases;
+    std::vector<std::string> visited;
+    forEachSequence<std::string>(std::string("ab"), 2, cases, [&](const std::string& sequence) {
+        visited.push_back(sequence);
+        cases.hold(true, [] { return ""; });
+    });
+    EXPECT_EQ(visited, (std::vector<std::string>{"", "a", "b", "aa", "ab", "ba", "bb"}));
 }
 
 TEST(ProcessEnvironment, ReplacesTheEnvironmentAndPutsItBack) {

@@ -277,13 +277,13 @@ std::string differences(const Snapshot& expected, const Snapshot& actual) {
     for (const auto& [name, value] : expected) {
         const auto found = actual.find(name);
         if (found == actual.end() || found->second != value) {
-            text += "missing: " + name + "=" + value + "\n";
+            text.append("missing: ").append(name).append("=").append(value).append("\n");
         }
     }
     for (const auto& [name, value] : actual) {
         const auto found = expected.find(name);
         if (found == expected.end() || found->second != value) {
-            text += "surplus: " + name + "=" + value + "\n";
+            text.append("surplus: ").append(name).append("=").append(value).append("\n");
         }
     }
     return text;

@@ -20,8 +20,7 @@
 namespace {
 
 // Plain data only: operator new is called before any constructor of this file has run.
-bool isArmed = false;
-bool failed = false;
+bool* hasFailedWhileArmed = nullptr;  // null when no call is to fail
 Function failingFunction = Function::OperatorNew;
 Repetition failingRepetition = Repetition::Once;
 std::size_t callsLeft = 0;
@@ -37,32 +36,32 @@ constexpr std::size_t maximalPaths = 16;
 void* paths[maximalPaths] = {};
 
 bool failsNow(Function function) {
-    if (!isArmed || function != failingFunction) {
+    if (hasFailedWhileArmed == nullptr || function != failingFunction) {
         return false;
     }
     if (callsLeft > 1) {
         --callsLeft;
         return false;
     }
-    const bool fails = failingRepetition == Repetition::FromThenOn || !failed;
-    failed = true;
+    const bool fails = failingRepetition == Repetition::FromThenOn || !*hasFailedWhileArmed;
+    *hasFailedWhileArmed = true;
     return fails;
 }
 
 // Lets the test's own allocations succeed.
 class Truce {
 public:
-    Truce() : wasArmed(isArmed) {
-        isArmed = false;
+    Truce() : interrupted(hasFailedWhileArmed) {
+        hasFailedWhileArmed = nullptr;
     }
     ~Truce() {
-        isArmed = wasArmed;
+        hasFailedWhileArmed = interrupted;
     }
     Truce(const Truce&) = delete;
     Truce& operator=(const Truce&) = delete;
 
 private:
-    const bool wasArmed;
+    bool* const interrupted;
 };
 
 template <typename Pointer>
@@ -114,12 +113,11 @@ FailingCall::FailingCall(Function function, std::size_t nth, Repetition repetiti
     failingFunction = function;
     failingRepetition = repetition;
     callsLeft = nth;
-    failed = false;
-    isArmed = true;
+    hasFailedWhileArmed = &failed;
 }
 
 FailingCall::~FailingCall() {
-    isArmed = false;
+    hasFailedWhileArmed = nullptr;
 }
 
 bool FailingCall::hasFailed() const {
@@ -174,11 +172,11 @@ void* operator new[](std::size_t size) {
     return allocate(size);
 }
 
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return allocateOrNull(size);
 }
 
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return allocateOrNull(size);
 }
 
@@ -190,23 +188,25 @@ void operator delete[](void* memory) noexcept {
     release(memory);
 }
 
-void operator delete(void* memory, std::size_t) noexcept {
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
     release(memory);
 }
 
-void operator delete[](void* memory, std::size_t) noexcept {
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
     release(memory);
 }
 
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
     release(memory);
 }
 
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
+void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept {
     release(memory);
 }
 
 extern "C" {
+
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's names are reserved.
 
 int setenv(const char* name, const char* value, int overwrite) noexcept {
     if (setEnvNames != nullptr) {
@@ -246,7 +246,8 @@ int dladdr(const void* address, Dl_info* information) noexcept {
 }
 
 #if ORVEX_TESTS_REPLACE_FREE
-void __libc_free(void* memory);  // NOLINT(bugprone-reserved-identifier): the name that the C library gives
+// The C library's own name for the function that is replaced.
+void __libc_free(void* memory);  // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 void free(void* memory) noexcept {
     for (void*& path : paths) {
@@ -257,5 +258,7 @@ void free(void* memory) noexcept {
     __libc_free(memory);
 }
 #endif
+
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 }  // extern "C"

@@ -31,6 +31,9 @@ public:
 
     // Whether the call that is to fail was made.
     bool hasFailed() const;
+
+private:
+    bool failed = false;
 };
 
 // While it lives, dladdr names this file as the library's.
