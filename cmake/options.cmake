@@ -32,6 +32,8 @@ testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_EXAMPLES
   "Build the examples" GTest "libgtest-dev and libgmock-dev" googletest)
 testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_TESTS
   "Build the tests" GTest "libgtest-dev and libgmock-dev" googletest)
+testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_BENCHMARKS
+  "Build the benchmarks" benchmark libbenchmark-dev google-benchmark)
 option(TESTCOMMANDLINEPARSER_STRICT "Treat compiler warnings as errors" OFF)
 
 # The warnings that this project's own code is held to; nothing of it reaches a consumer.

@@ -1,0 +1,49 @@
+#include "peak_memory.h"
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+bool isCounting = false;
+std::int64_t bytes = 0;
+std::int64_t mostBytes = 0;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    void* memory = std::malloc(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    if (isCounting) {
+        bytes += static_cast<std::int64_t>(malloc_usable_size(memory));
+        mostBytes = std::max(mostBytes, bytes);
+    }
+    return memory;
+}
+
+void operator delete(void* memory) noexcept {
+    if (isCounting) {
+        bytes -= static_cast<std::int64_t>(malloc_usable_size(memory));
+    }
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    operator delete(memory);
+}
+
+void startCountingMemory() {
+    bytes = 0;
+    mostBytes = 0;
+    isCounting = true;
+}
+
+std::int64_t stopCountingMemory() {
+    isCounting = false;
+    return mostBytes;
+}

@@ -1,0 +1,41 @@
+#include "peer.h"
+
+#include <gflags/gflags.h>
+
+// Its options are variables of the whole process: constructing them is not part of what is measured.
+// Of several values it keeps the last one, so that the lists are not kept.
+DEFINE_string(o, "", "");
+DEFINE_string(x, "", "");
+DEFINE_string(camemu, "", "");
+DEFINE_string(packetdelay, "", "");
+DEFINE_string(packetsize, "", "");
+DEFINE_string(socketbuffer, "", "");
+DEFINE_string(testname, "", "");
+DEFINE_string(pcname, "", "");
+DEFINE_string(osname, "", "");
+DEFINE_string(ostype, "", "");
+DEFINE_string(bit, "", "");
+DEFINE_string(tdc_dxml, "", "");
+DEFINE_string(tdc_guid, "", "");
+DEFINE_string(tdc_runname, "", "");
+DEFINE_string(tdc_rundescription, "", "");
+DEFINE_string(tdc_group, "", "");
+DEFINE_string(tdc_userid, "", "");
+DEFINE_string(tdc_product, "", "");
+DEFINE_string(tdc_vcsbranch, "", "");
+DEFINE_string(tdc_vcsrevision, "", "");
+DEFINE_string(tl, "", "");
+DEFINE_string(p, "", "");
+DEFINE_bool(w, false, "");
+
+namespace {
+
+Found parse(int argc, char** argv) {
+    FLAGS_w = false;
+    const auto first = static_cast<int>(gflags::ParseCommandLineNonHelpFlags(&argc, &argv, false));
+    return {FLAGS_tl.empty() ? 0U : 1U, static_cast<std::size_t>(argc - first), FLAGS_w};
+}
+
+[[maybe_unused]] const bool isRegistered = registerPeer("gflags", parse, 1);
+
+}  // namespace

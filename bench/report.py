@@ -1,0 +1,102 @@
+#!/usr/bin/env python3
+"""Prints what Google Benchmark measured as tables.
+
+    report.py peers FILE...     medians, as ratios to getopt_long and to the floor
+    report.py producer FILE     medians, as ratios to the first row
+    report.py scaling FILE      time and memory for each element of growing inputs
+
+Times are processor times. Tables are in Markdown.
+"""
+
+import json
+import sys
+
+
+def read(path):
+    with open(path, encoding="utf-8") as file:
+        return json.load(file)["benchmarks"]
+
+
+def medians(path):
+    """The median of each benchmark in nanoseconds, in the order of the file."""
+    return {row["run_name"]: row["cpu_time"] for row in read(path) if row.get("aggregate_name") == "median"}
+
+
+def table(header, rows):
+    print("| " + " | ".join(header) + " |")
+    print("|---" + "|---:" * (len(header) - 1) + "|")
+    for row in rows:
+        print("| " + " | ".join(row) + " |")
+    print()
+
+
+def report_peers(path):
+    measured = medians(path)
+    names = sorted({name.split("/")[0] for name in measured}, key=lambda name: form_time(measured, name))
+    rows = []
+    for name in names:
+        row = [name]
+        for form in ("joined", "separate"):
+            time = measured.get(f"{name}/{form}")
+            if time is None:
+                row += ["", "", ""]
+            else:
+                row += [f"{time:.0f}"] + [f"{time / measured[f'{base}/{form}']:.2f}" for base in ("getopt_long", "floor")]
+        rows.append(row)
+    table(["", "joined, ns", "x getopt_long", "x floor", "separate, ns", "x getopt_long", "x floor"], rows)
+
+
+def form_time(measured, name):
+    return measured.get(f"{name}/joined", measured.get(f"{name}/separate"))
+
+
+def report_producer(path):
+    measured = medians(path)
+    first = next(iter(measured.values()))
+    table(["", "ns", "ratio"], [[name, f"{time:.0f}", f"{time / first:.2f}"] for name, time in measured.items()])
+
+
+def series(path):
+    """The runs of each growing benchmark: (size, nanoseconds, input bytes, most bytes used).
+
+    Of several repetitions the fastest counts: whatever else the machine does can only add to the time.
+    """
+    fastest = {}
+    for row in read(path):
+        if row["run_type"] == "iteration":
+            name, size = row["run_name"].rsplit("/", 1)
+            time = row["cpu_time"] * {"ns": 1, "us": 1e3, "ms": 1e6}[row["time_unit"]]
+            runs = fastest.setdefault(name, {})
+            if int(size) not in runs or time < runs[int(size)][1]:
+                runs[int(size)] = (int(size), time, row["input_bytes"], row["most_bytes"])
+    return {name: [runs[size] for size in sorted(runs)] for name, runs in fastest.items()}
+
+
+def beyond_fixed_cost(runs):
+    """The time for each element beyond the smallest input's, for the inputs of a hundred times its size and more."""
+    smallest, fixed = runs[0][0], runs[0][1]
+    return [(size, (time - fixed) / (size - smallest)) for size, time, _, _ in runs if size >= 64 * smallest]
+
+
+def report_scaling(path):
+    errors = {row["run_name"]: row["rms"] for row in read(path) if row.get("aggregate_name") == "RMS"}
+    coefficients = {row["run_name"]: row["cpu_coefficient"] for row in read(path) if row.get("aggregate_name") == "BigO"}
+    rows = []
+    for name, runs in series(path).items():
+        slopes = [slope for _, slope in beyond_fixed_cost(runs)]
+        memory = max(used / size for _, _, size, used in runs[-3:])
+        rows.append([f"`{name}`", f"{runs[0][0]:,} to {runs[-1][0]:,}", f"{runs[0][1]:,.0f}", f"{slopes[0]:.2f}",
+                     f"{slopes[-1]:.2f}", f"{max(slopes) / min(slopes):.2f}",
+                     f"{coefficients[name]:.2f} N", f"{errors[name]:.0%}", f"{memory:.1f}"])
+    table(["input", "sizes", "smallest, ns", "ns/element from", "to", "most/least", "fit, ns", "deviation",
+           "memory/input"], rows)
+
+
+def main():
+    report = {"peers": report_peers, "producer": report_producer, "scaling": report_scaling}[sys.argv[1]]
+    for path in sys.argv[2:]:
+        report(path)
+
+
+if __name__ == "__main__":
+    main()

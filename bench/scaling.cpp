@@ -1,0 +1,181 @@
+// A parse over inputs that grow: its time for each element stays what it is, and its memory stays a
+// fixed number of times the input.
+
+#include "command_line.h"
+#include "peak_memory.h"
+
+#include "OrvexTestCommandLineParser.h"
+#include "environment/expand_references.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+constexpr int decade = 10;
+
+void parseOnce(benchmark::State& state, CommandLine& commandLine) {
+    OrvexTestCommandLineParser parser;
+    if (!parser.Parse(commandLine.argc(), commandLine.argv())) {
+        state.SkipWithError("the parse failed");
+    }
+}
+
+// Does the work once for the memory that it needs, which is also there then for the rounds that are measured.
+template <typename Work>
+void measure(benchmark::State& state, std::size_t inputBytes, Work work) {
+    startCountingMemory();
+    work();
+    state.counters["most_bytes"] = static_cast<double>(stopCountingMemory());
+    for (auto _ : state) {
+        work();
+    }
+    state.SetComplexityN(state.range(0));
+    state.counters["input_bytes"] = static_cast<double>(inputBytes);
+}
+
+// The argument number i of a vector that holds one kind of arguments.
+using MakeArgument = std::string (*)(std::int64_t i);
+
+void parseArguments(benchmark::State& state, MakeArgument makeArgument) {
+    std::vector<std::string> list = {"/opt/tests/runner"};
+    std::size_t inputBytes = 0;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        list.push_back(makeArgument(i));
+        inputBytes += list.back().size() + 1 + sizeof(char*);
+    }
+    CommandLine commandLine(std::move(list));
+    measure(state, inputBytes, [&] { parseOnce(state, commandLine); });
+}
+
+// A second parse of one object adds all test paths of the first one again.
+void parseAgain(benchmark::State& state) {
+    std::vector<std::string> list = {"/opt/tests/runner"};
+    list.resize(static_cast<std::size_t>(state.range(0)) + 1, "TestSuiteUsb");
+    CommandLine commandLine(std::move(list));
+    const std::size_t inputBytes =
+        static_cast<std::size_t>(state.range(0)) * (sizeof("TestSuiteUsb") + sizeof(char*));
+    measure(state, inputBytes, [&] {
+        OrvexTestCommandLineParser parser;
+        parser.Parse(commandLine.argc(), commandLine.argv());
+        parser.Parse(commandLine.argc(), commandLine.argv());
+    });
+}
+
+std::string repeat(std::string_view pattern, std::int64_t size) {
+    std::string text;
+    text.reserve(static_cast<std::size_t>(size));
+    while (static_cast<std::int64_t>(text.size()) < size) {
+        text += pattern;
+    }
+    text.resize(static_cast<std::size_t>(size));
+    return text;
+}
+
+// An argument variable of a growing number of bytes, all of one class.
+void parseArgumentVariable(benchmark::State& state, const char* pattern, const char* around) {
+    const std::string text = around + repeat(pattern, state.range(0)) + around;
+    setenv("ORVEX_TEST_ARGS", text.c_str(), 1);
+    CommandLine commandLine({"/opt/tests/runner"});
+    measure(state, text.size(), [&] { parseOnce(state, commandLine); });
+    unsetenv("ORVEX_TEST_ARGS");
+}
+
+// A text with a growing number of references, or of what looks like the start of one.
+void expandReferences(benchmark::State& state, const char* pattern) {
+    const std::string_view one = pattern;
+    const std::string text = repeat(one, state.range(0) * static_cast<std::int64_t>(one.size())) + "end";
+    measure(state, text.size(), [&] {
+        std::string expanded = text;
+        benchmark::DoNotOptimize(orvex::expandEnvironmentReferences(expanded));
+    });
+}
+
+// The platform walks all variables for each one that it looks up or sets.
+void parseInEnvironment(benchmark::State& state) {
+    std::size_t inputBytes = 0;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        const std::string name = "VARIABLE_" + std::to_string(i);
+        setenv(name.c_str(), "value", 1);
+        inputBytes += name.size() + sizeof("=value") + sizeof(char*);
+    }
+    CommandLine commandLine(typicalArguments(Form::Joined));
+    measure(state, inputBytes, [&] { parseOnce(state, commandLine); });
+    clearenv();
+}
+
+using Range = std::pair<std::int64_t, std::int64_t>;
+constexpr Range toMillion = {1, 1000000};
+constexpr Range toHundredThousand = {1, 100000};
+constexpr Range toTenThousand = {1, 10000};
+constexpr Range kibibyteToMebibytes = {1 << 10, 64 << 20};
+
+// Registers a benchmark over the range, in steps of ten unless a step is given.
+template <typename... Arguments>
+void grow(const char* name, Range range, int step, Arguments... arguments) {
+    benchmark::RegisterBenchmark(name, arguments...)
+        ->RangeMultiplier(step)
+        ->Range(range.first, range.second)
+        ->Unit(benchmark::kMicrosecond)
+        ->Complexity(benchmark::oN);
+}
+
+void registerArguments() {
+    grow("arguments/test paths", toMillion, decade, parseArguments,
+         MakeArgument([](std::int64_t i) { return "Suite" + std::to_string(i); }));
+    grow("arguments/one flag", toMillion, decade, parseArguments,
+         MakeArgument([](std::int64_t) { return std::string("-w"); }));
+    grow("arguments/other flags", toMillion, decade, parseArguments,
+         MakeArgument([](std::int64_t i) { return "-f" + std::to_string(i); }));
+    grow("arguments/one value", toMillion, decade, parseArguments,
+         MakeArgument([](std::int64_t) { return std::string("-o=report"); }));
+    grow("arguments/other values", toMillion, decade, parseArguments,
+         MakeArgument([](std::int64_t i) { return "-v" + std::to_string(i) + "=1"; }));
+    grow("arguments/numbers", toMillion, decade, parseArguments,
+         MakeArgument([](std::int64_t i) { return "-" + std::to_string(i); }));
+    grow("tl/one class", toHundredThousand, decade, parseArguments,
+         MakeArgument([](std::int64_t) { return std::string("-tl=DravikGigE:SocketDriver"); }));
+    grow("tl/other classes", toHundredThousand, decade, parseArguments,
+         MakeArgument([](std::int64_t i) { return "-tl=Class" + std::to_string(i); }));
+    grow("p/values", toHundredThousand, decade, parseArguments,
+         MakeArgument([](std::int64_t i) { return "-p=name" + std::to_string(i) + "=1"; }));
+    grow("arguments/test paths, twice", toMillion, decade, parseAgain);
+}
+
+void registerTexts() {
+    constexpr int step = 16;
+    grow("variable/one token", kibibyteToMebibytes, step, parseArgumentVariable, "x", "");
+    grow("variable/tokens", kibibyteToMebibytes, step, parseArgumentVariable, "Suite1 ", "");
+    grow("variable/blanks", kibibyteToMebibytes, step, parseArgumentVariable, " ", "");
+    grow("variable/quoted text", kibibyteToMebibytes, step, parseArgumentVariable, "x", "'");
+    grow("variable/quotes", kibibyteToMebibytes, step, parseArgumentVariable, "''", "");
+    grow("variable/other quotes", kibibyteToMebibytes, step, parseArgumentVariable, "\"", "'");
+    grow("variable/backslashes", kibibyteToMebibytes, step, parseArgumentVariable, "\\", "");
+    grow("variable/high bytes", kibibyteToMebibytes, step, parseArgumentVariable, "\xff", "");
+    grow("expansion/$(NAME)", toMillion, decade, expandReferences, "$(NAME)");
+    grow("expansion/%NAME%", toMillion, decade, expandReferences, "%NAME%");
+    grow("expansion/$( without end", toMillion, decade, expandReferences, "$(");
+    grow("expansion/$( and %% without end", toMillion, decade, expandReferences, "$(%%");
+    grow("expansion/$()", toMillion, decade, expandReferences, "$()");
+    grow("expansion/%%", toMillion, decade, expandReferences, "%%");
+    grow("expansion/$$", toMillion, decade, expandReferences, "$$");
+    grow("environment", toTenThousand, decade, parseInEnvironment);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    registerArguments();
+    registerTexts();
+
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,8 @@
+// A program in C++ that does next to nothing; parsing.cpp is the same with a parse.
+#include <string>
+#include <vector>
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv, argv + argc);
+    return arguments.empty() ? 1 : 0;
+}
