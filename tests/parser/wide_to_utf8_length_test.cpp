@@ -22,8 +22,9 @@ public:
     RepeatedText() {
         const std::vector<wchar_t> piece(pieceSize / sizeof(wchar_t), L'\U0010FFFF');
         file = std::tmpfile();
-        std::fwrite(piece.data(), 1, pieceSize, file);
-        std::fflush(file);
+        if (std::fwrite(piece.data(), 1, pieceSize, file) != pieceSize || std::fflush(file) != 0) {
+            return;
+        }
         void* const reserved =
             mmap(nullptr, pieceSize * pieces, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         start = reserved == MAP_FAILED ? nullptr : static_cast<char*>(reserved);
@@ -36,7 +37,7 @@ public:
     }
     ~RepeatedText() {
         munmap(start, pieceSize * pieces);
-        std::fclose(file);
+        static_cast<void>(std::fclose(file));
     }
     RepeatedText(const RepeatedText&) = delete;
     RepeatedText& operator=(const RepeatedText&) = delete;

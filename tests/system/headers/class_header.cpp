@@ -3,4 +3,4 @@
 #include "OrvexTestCommandLineParser.h"
 
 // A second time.
-#include "OrvexTestCommandLineParser.h"
+#include "OrvexTestCommandLineParser.h"  // NOLINT(readability-duplicate-include)
