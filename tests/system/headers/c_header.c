@@ -3,4 +3,4 @@
 #include "OrvexTestCommandLineParserC.h"
 
 /* A second time. */
-#include "OrvexTestCommandLineParserC.h"
+#include "OrvexTestCommandLineParserC.h" /* NOLINT(readability-duplicate-include) */
