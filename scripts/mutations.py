@@ -285,8 +285,16 @@ class Changes:
             if self.is_removable(first, last) and self.tokens[first].text not in NOT_DELETED:
                 self.replace(first, last, "", f"deleted: {shortened(self.source(first, last))}")
             if following is not None and self.is_removable(first, last) and self.is_removable(*following):
-                if not {self.tokens[first].text, self.tokens[following[0]].text} & ENDS:
+                if self.can_depend(first, last, *following):
                     self.swap(first, last, *following)
+
+    def can_depend(self, first, last, next_first, next_last):
+        """Whether the order of two statements can matter: both run, and they have a name in common."""
+        ends = self.tokens[first].text in ENDS or self.tokens[next_first].text in ENDS
+        return not ends and bool(self.names(first, last) & self.names(next_first, next_last))
+
+    def names(self, first, last):
+        return {token.text for token in self.tokens[first : last + 1] if token.kind == "word"} - {"std"}
 
     def is_removable(self, first, last):
         """Whether the statement is none that others need in order to compile."""
