@@ -3,6 +3,7 @@
 #include "OrvexTestCommandLineParser.h"
 
 #include <cstring>
+#include <iterator>
 
 namespace {
 
@@ -30,7 +31,7 @@ constexpr std::string TestRunInformation::*slotFields[] = {
     &TestRunInformation::tdcDravikXmlFilename,
     &TestRunInformation::testName,
 };
-static_assert(sizeof(slotFields) / sizeof(slotFields[0]) * ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE ==
+static_assert(std::size(slotFields) * ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE ==
               ORVEX_TEST_RUN_INFORMATION_SIZE);
 
 }  // namespace

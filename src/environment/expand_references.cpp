@@ -38,7 +38,8 @@ int expandLongText(std::string& text) {
     bool mayCloseParenthesis = true;
     while (i < source.size()) {
         const char c = source[i];
-        const char next = i + 1 < source.size() ? source[i + 1] : '\0';
+        // Behind the last byte stands the terminating zero.
+        const char next = text[i + 1];
         if (c == '$' && next == '$') {
             output += '$';
             i += 2;
