@@ -138,7 +138,8 @@ TEST(RegistryNumbers, NothingStricterThanTheStandardExtraction) {
     }
 }
 
-TEST(RegistryNumbers, AllShortTextsAreReadAsTheStandardExtractionReadsThem) {
+// Every text of up to four of the letters that numbers are made of, and some others.
+std::vector<std::string> allShortTexts() {
     const std::string alphabet = "-+.,019eEinfaNIxXpP \t=";
     std::vector<std::string> texts = {""};
     for (std::size_t i = 0; texts[i].size() < 4; ++i) {
@@ -146,9 +147,24 @@ TEST(RegistryNumbers, AllShortTextsAreReadAsTheStandardExtractionReadsThem) {
             texts.push_back(texts[i] + letter);
         }
     }
+    return texts;
+}
+
+TEST(RegistryNumbers, AllShortTextsAreReadAsTheStandardExtractionReadsThem) {
     std::vector<std::string> differences;
-    for (const std::string& text : texts) {
+    for (const std::string& text : allShortTexts()) {
         if (OptionRegistry::isNumber(text) != standardLibraryReadsNumber(text)) {
+            differences.push_back(text);
+        }
+    }
+    EXPECT_THAT(differences, ElementsAre());
+}
+
+TEST(RegistryNumbers, AShortTextWithADashIsAnOptionUnlessItIsANumber) {
+    std::vector<std::string> differences;
+    for (const std::string& text : allShortTexts()) {
+        const bool isOption = !text.empty() && text.front() == '-' && !standardLibraryReadsNumber(text);
+        if (OptionRegistry::isOptionToken(text) != isOption) {
             differences.push_back(text);
         }
     }

@@ -7,7 +7,9 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <stdexcept>
 #include <string_view>
+#include <typeinfo>
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define ORVEX_TESTS_SANITIZED 1
@@ -38,6 +40,15 @@ Interposition& interposition() {
 
 // The platform declares these functions with parameter names that are reserved to it.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
+extern "C" char* getenv(const char* name) noexcept {
+    static auto* const platform = next<char*(const char*)>("getenv");
+    Interposition& state = interposition();
+    if (state.isRecording) {
+        state.variablesRead.emplace_back(name);
+    }
+    return platform(name);
+}
+
 extern "C" int setenv(const char* name, const char* value, int overwrite) noexcept {
     static auto* const platform = next<int(const char*, const char*, int)>("setenv");
     Interposition& state = interposition();
@@ -93,6 +104,20 @@ extern "C" char* realpath(const char* path, char* resolved) noexcept {
         allocation::failAt(*state.failingAllocationAfterRealpath, allocation::Failure::badAlloc);
     }
     return result;
+}
+
+// What every throw expression calls, with the types under which the compiler knows it.
+extern "C" [[noreturn]] void __cxa_throw(void* exception, void* type, void (*destroy)(void*)) {
+    static auto* const platform = next<void(void*, void*, void (*)(void*))>("__cxa_throw");
+    Interposition& state = interposition();
+    const std::type_info& thrown = *static_cast<std::type_info*>(type);
+    if (state.isRecording && thrown == typeid(std::invalid_argument)) {
+        state.thrownMessages.emplace_back(static_cast<std::invalid_argument*>(exception)->what());
+    } else if (state.isRecording && thrown == typeid(std::runtime_error)) {
+        state.thrownMessages.emplace_back(static_cast<std::runtime_error*>(exception)->what());
+    }
+    platform(exception, type, destroy);
+    std::abort();
 }
 
 #ifndef ORVEX_TESTS_SANITIZED

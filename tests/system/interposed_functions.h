@@ -1,6 +1,6 @@
-// Stands between the shared library and the platform. The test program defines setenv, dladdr, realpath
-// and free itself, so that the library calls these definitions; they forward to the platform's unless a
-// test tells them to fail or to answer something else.
+// Stands between the shared library and the platform. The test program defines getenv, setenv, dladdr,
+// realpath, free and the function behind throw itself, so that the library calls these definitions; they
+// forward to the platform's unless a test tells them to fail or to answer something else.
 
 #ifndef ORVEX_TESTS_INTERPOSED_FUNCTIONS_H
 #define ORVEX_TESTS_INTERPOSED_FUNCTIONS_H
@@ -31,9 +31,11 @@ struct Interposition {
 
     // What was called. Without the recording, none of the functions allocates with operator new.
     bool isRecording = true;
+    std::vector<std::string> variablesRead;
     std::vector<SetenvCall> setenvCalls;
     std::vector<std::string> realpathArguments;
     std::vector<std::string> calls;  // "dladdr", "realpath", or the name of the variable that was set
+    std::vector<std::string> thrownMessages;  // of std::invalid_argument and std::runtime_error
     int resolvedPathsGiven = 0;
 
     // How many answers of realpath were released with free. Sanitizers bring a free of their own and

@@ -180,6 +180,56 @@ TEST_F(OrderOfEffects, SuccessfulParseHasEveryEffect) {
     EXPECT_EQ(record(), recordAfter(1));
 }
 
+TEST_F(OrderOfEffects, VariablesAreReadInOneOrder) {
+    EXPECT_TRUE(parseEveryOption());
+    EXPECT_EQ(interposition().variablesRead,
+              (std::vector<std::string>{"ORVEX_TEST_ARGS", "_ORVEX_TEST_ARGS_", "ORVEX_GTC_USE_EXTRA_TL",
+                                        "GENICAM_GENTL64_PATH"}));
+}
+
+TEST_F(OrderOfEffects, RefusedArgumentsAndNoArgumentsReadNoVariable) {
+    interposition().variablesRead.clear();
+    Arguments arguments(everyOption);
+    EXPECT_TRUE(parser.Parse(0, arguments.argv()));
+    EXPECT_FALSE(parser.Parse(-1, arguments.argv()));
+    EXPECT_FALSE(parser.Parse(1, static_cast<char**>(nullptr)));
+    EXPECT_EQ(interposition().variablesRead, std::vector<std::string>());
+}
+
+TEST_F(OrderOfEffects, VariableWithoutANameIsNotRead) {
+    interposition().variablesRead.clear();
+    parser.ParseArgsFromEnvironmentVariable(nullptr, "app");
+    parser.ParseArgsFromEnvironmentVariable("", "app");
+    EXPECT_EQ(interposition().variablesRead, std::vector<std::string>());
+    parser.ParseArgsFromEnvironmentVariable("NAME", "app");
+    EXPECT_EQ(interposition().variablesRead, std::vector<std::string>{"NAME"});
+}
+
+TEST_F(OrderOfEffects, SuccessfulParseThrowsNothing) {
+    interposition().thrownMessages.clear();
+    EXPECT_TRUE(parseEveryOption());
+    EXPECT_EQ(interposition().thrownMessages, std::vector<std::string>());
+}
+
+TEST_F(OrderOfEffects, RefusedArgumentsAreSeenInADebugger) {
+    interposition().thrownMessages.clear();
+    Arguments arguments(everyOption);
+    EXPECT_FALSE(parser.Parse(-1, arguments.argv()));
+    EXPECT_FALSE(parser.Parse(-1, static_cast<char**>(nullptr)));
+    EXPECT_FALSE(parser.Parse(1, static_cast<char**>(nullptr)));
+    EXPECT_EQ(interposition().thrownMessages,
+              (std::vector<std::string>{"argc must be at least 1", "argc must be at least 1",
+                                        "argv must be valid"}));
+}
+
+TEST_F(OrderOfEffects, UnclosedQuoteIsSeenInADebugger) {
+    set("ORVEX_TEST_ARGS", "'open");
+    interposition().thrownMessages.clear();
+    EXPECT_FALSE(parseEveryOption());
+    EXPECT_EQ(interposition().thrownMessages,
+              std::vector<std::string>{"Starting quote has no ending quote."});
+}
+
 TEST_F(OrderOfEffects, WithoutOptionsTwoVariablesAreSet) {
     EXPECT_TRUE(parseArguments({"app"}));
     EXPECT_EQ(interposition().calls,

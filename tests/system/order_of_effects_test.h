@@ -31,6 +31,7 @@ protected:
     }
 
     bool parseArguments(const std::vector<std::string>& list) {
+        interposition().variablesRead.clear();
         interposition().setenvCalls.clear();
         interposition().calls.clear();
         return parse(parser, list);
