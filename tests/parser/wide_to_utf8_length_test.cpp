@@ -1,5 +1,5 @@
-// A text whose UTF-8 is longer than an int can count. It takes little memory: the same pages stand in the
-// address space again and again.
+// Texts whose UTF-8 is as long as an int can count, and longer. They take little memory: the same pages
+// stand in the address space again and again.
 
 #include "parser/wide_to_utf8.h"
 
@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <limits>
 #include <vector>
 
 namespace {
@@ -16,7 +17,7 @@ constexpr std::size_t pieceSize = std::size_t{8} << 20;
 constexpr std::size_t pieces = 256;
 static_assert(pieceSize * pieces == std::size_t{1} << 31);
 
-// As many bytes of four-byte code points as the address space is given, all from one file.
+// 2^29 code points of four bytes each, all from one file, and zeros behind them that can be overwritten.
 class RepeatedText {
 public:
     RepeatedText() {
@@ -25,8 +26,8 @@ public:
         if (std::fwrite(piece.data(), 1, pieceSize, file) != pieceSize || std::fflush(file) != 0) {
             return;
         }
-        void* const reserved =
-            mmap(nullptr, pieceSize * pieces, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        void* const reserved = mmap(nullptr, pieceSize * (pieces + 1), PROT_READ | PROT_WRITE,
+                                    MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
         start = reserved == MAP_FAILED ? nullptr : static_cast<char*>(reserved);
         for (std::size_t i = 0; i < pieces && start != nullptr; ++i) {
             if (mmap(start + i * pieceSize, pieceSize, PROT_READ, MAP_SHARED | MAP_FIXED, fileno(file), 0) ==
@@ -36,7 +37,7 @@ public:
         }
     }
     ~RepeatedText() {
-        munmap(start, pieceSize * pieces);
+        munmap(start, pieceSize * (pieces + 1));
         static_cast<void>(std::fclose(file));
     }
     RepeatedText(const RepeatedText&) = delete;
@@ -45,11 +46,29 @@ public:
     const wchar_t* text() const {
         return reinterpret_cast<const wchar_t*>(start);
     }
+    wchar_t* rest() const {
+        return reinterpret_cast<wchar_t*>(start + pieceSize * pieces);
+    }
 
 private:
     std::FILE* file = nullptr;
     char* start = nullptr;
 };
+
+TEST(WideToUtf8Length, AsManyBytesAsAnIntCountsAreMeasured) {
+    const RepeatedText repeated;
+    ASSERT_NE(repeated.text(), nullptr);
+    // One code point less than there are, one of two bytes, and the terminating zero.
+    repeated.rest()[0] = L'\u00FF';
+    EXPECT_EQ(orvex::convertWideToUtf8(repeated.text() + 1, nullptr, 0), std::numeric_limits<int>::max());
+}
+
+TEST(WideToUtf8Length, OneByteMoreThanAnIntCountsIsRefused) {
+    const RepeatedText repeated;
+    ASSERT_NE(repeated.text(), nullptr);
+    repeated.rest()[0] = L'\u0800';
+    EXPECT_EQ(orvex::convertWideToUtf8(repeated.text() + 1, nullptr, 0), -2);
+}
 
 TEST(WideToUtf8Length, MoreBytesThanAnIntCountsAreRefused) {
     const RepeatedText repeated;
