@@ -2,6 +2,7 @@
 
 #include "OrvexTestCommandLineParser.h"
 
+#include "fault/argument_forms.h"
 #include "fault/parse_scenario.h"
 #include "support/arguments.h"
 #include "support/clean_environment.h"
@@ -43,21 +44,21 @@ Snapshot stateWithoutVariables(std::size_t first, std::size_t last) {
 // One call of a platform function that fails in the course of a parse.
 class PlatformFailureTest : public CleanEnvironmentTest {
 protected:
-    static bool parseWithFailure(OrvexTestCommandLineParser& parser, Function function, std::size_t nth,
-                                 Repetition repetition) {
-        Arguments arguments(everyEffect().arguments);
+    static Outcome parseWithFailure(OrvexTestCommandLineParser& parser, ArgumentForm form, Function function,
+                                    std::size_t nth, Repetition repetition = Repetition::Once) {
+        ArgumentsInForm arguments(everyEffect().arguments, form);
         prepare(everyEffect(), parser);
         const FailingCall failing(function, nth, repetition);
-        const bool result = parser.Parse(arguments.argc(), arguments.argv());
+        const Outcome outcome = arguments.parse(parser);
         EXPECT_TRUE(failing.hasFailed());
-        return result;
+        return outcome;
     }
 
-    static void expectNoLeak(Function function, std::size_t nth) {
+    static void expectNoLeak(ArgumentForm form, Function function, std::size_t nth) {
         const std::size_t allocationsBefore = liveAllocations();
         {
             OrvexTestCommandLineParser parser;
-            parseWithFailure(parser, function, nth, Repetition::Once);
+            parseWithFailure(parser, form, function, nth);
         }
         EXPECT_EQ(liveAllocations(), allocationsBefore);
         EXPECT_EQ(livePaths(), 0U);
@@ -69,77 +70,93 @@ protected:
     }
 };
 
-class TransportVariableFailure : public PlatformFailureTest,
-                                 public ::testing::WithParamInterface<std::tuple<std::size_t, Repetition>> {};
+const auto everyForm = ::testing::Values(ArgumentForm::Narrow, ArgumentForm::Wide, ArgumentForm::Packed);
+
+class TransportVariableFailure
+    : public PlatformFailureTest,
+      public ::testing::WithParamInterface<std::tuple<ArgumentForm, std::size_t, Repetition>> {};
 
 TEST_P(TransportVariableFailure, EndsTheParseAtThatVariable) {
-    const auto [nth, repetition] = GetParam();
+    const auto [form, nth, repetition] = GetParam();
     OrvexTestCommandLineParser parser;
-    EXPECT_FALSE(parseWithFailure(parser, Function::SetEnv, nth, repetition));
+    EXPECT_EQ(parseWithFailure(parser, form, Function::SetEnv, nth, repetition), Outcome::False);
     const Snapshot state = visibleState(parser);
     EXPECT_EQ(differences(stateBeforeEffect(everyEffect(), variable(nth)), state), "");
     expectThatAllWasScanned(parser);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllVariables, TransportVariableFailure,
-                         ::testing::Combine(::testing::Range<std::size_t>(1, numberOfTransportVariables + 1),
+                         ::testing::Combine(everyForm,
+                                            ::testing::Range<std::size_t>(1, numberOfTransportVariables + 1),
                                             ::testing::Values(Repetition::Once, Repetition::FromThenOn)));
 
-class LaterVariableFailure : public PlatformFailureTest, public ::testing::WithParamInterface<std::size_t> {};
+class LaterVariableFailure : public PlatformFailureTest,
+                             public ::testing::WithParamInterface<std::tuple<ArgumentForm, std::size_t>> {};
 
 TEST_P(LaterVariableFailure, IsPassedOver) {
+    const auto [form, nth] = GetParam();
     OrvexTestCommandLineParser parser;
-    EXPECT_TRUE(parseWithFailure(parser, Function::SetEnv, GetParam(), Repetition::Once));
+    EXPECT_EQ(parseWithFailure(parser, form, Function::SetEnv, nth), Outcome::True);
     const Snapshot state = visibleState(parser);
-    EXPECT_EQ(differences(stateWithoutVariables(GetParam(), GetParam()), state), "");
+    EXPECT_EQ(differences(stateWithoutVariables(nth, nth), state), "");
     expectThatAllWasScanned(parser);
 }
 
 TEST_P(LaterVariableFailure, IsPassedOverWhenAllThatFollowFailAsWell) {
+    const auto [form, nth] = GetParam();
     OrvexTestCommandLineParser parser;
-    EXPECT_TRUE(parseWithFailure(parser, Function::SetEnv, GetParam(), Repetition::FromThenOn));
+    EXPECT_EQ(parseWithFailure(parser, form, Function::SetEnv, nth, Repetition::FromThenOn), Outcome::True);
     const Snapshot state = visibleState(parser);
-    EXPECT_EQ(differences(stateWithoutVariables(GetParam(), numberOfVariables), state), "");
+    EXPECT_EQ(differences(stateWithoutVariables(nth, numberOfVariables), state), "");
     expectThatAllWasScanned(parser);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllVariables, LaterVariableFailure,
-                         ::testing::Range<std::size_t>(numberOfTransportVariables + 1,
-                                                       numberOfVariables + 1));
+                         ::testing::Combine(everyForm,
+                                            ::testing::Range<std::size_t>(numberOfTransportVariables + 1,
+                                                                          numberOfVariables + 1)));
 
-class SetEnvFailure : public PlatformFailureTest, public ::testing::WithParamInterface<std::size_t> {};
+class SetEnvFailure : public PlatformFailureTest,
+                      public ::testing::WithParamInterface<std::tuple<ArgumentForm, std::size_t>> {};
 
 TEST_P(SetEnvFailure, LeaksNothing) {
-    expectNoLeak(Function::SetEnv, GetParam());
+    const auto [form, nth] = GetParam();
+    expectNoLeak(form, Function::SetEnv, nth);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllVariables, SetEnvFailure,
-                         ::testing::Range<std::size_t>(1, numberOfVariables + 1));
+                         ::testing::Combine(everyForm,
+                                            ::testing::Range<std::size_t>(1, numberOfVariables + 1)));
 
-class DirectoryFailure : public PlatformFailureTest, public ::testing::WithParamInterface<Function> {};
+class DirectoryFailure : public PlatformFailureTest,
+                         public ::testing::WithParamInterface<std::tuple<ArgumentForm, Function>> {};
 
 TEST_P(DirectoryFailure, EndsTheParseBeforeTheProducerPath) {
+    const auto [form, function] = GetParam();
     OrvexTestCommandLineParser parser;
-    EXPECT_FALSE(parseWithFailure(parser, GetParam(), 1, Repetition::Once));
+    EXPECT_EQ(parseWithFailure(parser, form, function, 1), Outcome::False);
     const Snapshot state = visibleState(parser);
     EXPECT_EQ(differences(stateBeforeEffect(everyEffect(), "GENICAM_GENTL64_PATH"), state), "");
     expectThatAllWasScanned(parser);
 }
 
 TEST_P(DirectoryFailure, LeaksNothing) {
-    expectNoLeak(GetParam(), 1);
+    const auto [form, function] = GetParam();
+    expectNoLeak(form, function, 1);
 }
 
 TEST_P(DirectoryFailure, DoesNotMatterWithoutAProducerPath) {
+    const auto [form, function] = GetParam();
     OrvexTestCommandLineParser parser;
-    Arguments arguments({"mytest", "-tl", "DravikGigE"});
-    const FailingCall failing(GetParam(), 1);
-    EXPECT_TRUE(parser.Parse(arguments.argc(), arguments.argv()));
+    ArgumentsInForm arguments({"mytest", "-tl", "DravikGigE"}, form);
+    const FailingCall failing(function, 1);
+    EXPECT_EQ(arguments.parse(parser), Outcome::True);
     EXPECT_FALSE(failing.hasFailed());
 }
 
 INSTANTIATE_TEST_SUITE_P(BothCalls, DirectoryFailure,
-                         ::testing::Values(Function::DlAddr, Function::RealPath));
+                         ::testing::Combine(everyForm,
+                                            ::testing::Values(Function::DlAddr, Function::RealPath)));
 
 class ApplicationDir : public PlatformFailureTest {
 protected:
