@@ -228,6 +228,13 @@ TEST_F(ExpandReferences, ResultMayBeMuchLongerThanTheText) {
     EXPECT_EQ(text, value + value + value);
 }
 
+TEST_F(ExpandReferences, RoomIsMadeForFourTimesTheText) {
+    std::string text = std::string(999, 'a') + "%";
+    EXPECT_EQ(orvex::expandEnvironmentReferences(text), 0);
+    EXPECT_GE(text.capacity(), 4 * 1000U);
+    EXPECT_LE(text.capacity(), 4 * 1000U + 15) << "more than a standard library rounds up";
+}
+
 TEST_F(ExpandReferences, CountsEveryReferenceOfALongText) {
     std::string text;
     std::string expected;
