@@ -26,12 +26,14 @@ TEST(ExhaustiveTransport, EveryListInOneOption) {
         for (const std::string& entry : entries) {
             list += entry + ",";
         }
-        // With the comma at the end and without it.
-        scenario.calls = {narrow({"app", "-tl", list}), narrow({"app"})};
-        if (!list.empty() && entries.size() % 2 == 0) {
-            scenario.calls = {narrow({"app", "-tl", list.substr(0, list.size() - 1)})};
-        }
+        // With a comma at the end, and without it.
+        scenario.calls = {narrow({"app", "-tl", list})};
         holdScenario(cases, scenario);
+        if (!list.empty()) {
+            list.pop_back();
+            scenario.calls = {narrow({"app", "-tl", list}), narrow({"app"})};
+            holdScenario(cases, scenario);
+        }
     });
 }
 

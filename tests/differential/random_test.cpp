@@ -18,6 +18,7 @@ std::uint64_t numberFromEnvironment(const char* name, std::uint64_t otherwise) {
 
 TEST(RandomScenarios, BehaveAsTheModel) {
     const std::uint64_t cases = numberFromEnvironment("DIFFERENTIAL_CASES", 20000);
+    ASSERT_GT(cases, 0U) << "DIFFERENTIAL_CASES is not a number of cases";
     const std::uint64_t seed = numberFromEnvironment("DIFFERENTIAL_SEED", 1);
     for (std::uint64_t i = 0; i < cases; ++i) {
         const differential::Scenario scenario = differential::scenarioFromSeed(seed + i);

@@ -874,7 +874,6 @@ std::string Parser::helpMessage(const std::string& name) const {
 
 CBuffer Parser::cBuffer() const {
     CBuffer copy;
-    copy.bytes.fill(static_cast<char>(0xAA));
     copy.bytes.fill('\0');
     for (std::size_t slot = 0; slot < 16; ++slot) {
         const std::string& text = record_.*Record::fields()[slot].member;

@@ -112,9 +112,13 @@ extern "C" [[noreturn]] void __cxa_throw(void* exception, void* type, void (*des
     Interposition& state = interposition();
     const std::type_info& thrown = *static_cast<std::type_info*>(type);
     if (state.isRecording && thrown == typeid(std::invalid_argument)) {
-        state.thrownMessages.emplace_back(static_cast<std::invalid_argument*>(exception)->what());
+        state.thrown.push_back(std::string("invalid_argument: ") +
+                               static_cast<std::invalid_argument*>(exception)->what());
     } else if (state.isRecording && thrown == typeid(std::runtime_error)) {
-        state.thrownMessages.emplace_back(static_cast<std::runtime_error*>(exception)->what());
+        state.thrown.push_back(std::string("runtime_error: ") +
+                               static_cast<std::runtime_error*>(exception)->what());
+    } else if (state.isRecording) {
+        state.thrown.emplace_back(thrown.name());
     }
     platform(exception, type, destroy);
     std::abort();

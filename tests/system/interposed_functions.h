@@ -34,8 +34,8 @@ struct Interposition {
     std::vector<std::string> variablesRead;
     std::vector<SetenvCall> setenvCalls;
     std::vector<std::string> realpathArguments;
-    std::vector<std::string> calls;  // "dladdr", "realpath", or the name of the variable that was set
-    std::vector<std::string> thrownMessages;  // of std::invalid_argument and std::runtime_error
+    std::vector<std::string> calls;   // "dladdr", "realpath", or the name of the variable that was set
+    std::vector<std::string> thrown;  // "runtime_error: message", or the name of any other type
     int resolvedPathsGiven = 0;
 
     // How many answers of realpath were released with free. Sanitizers bring a free of their own and

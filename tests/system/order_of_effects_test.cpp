@@ -206,28 +206,28 @@ TEST_F(OrderOfEffects, VariableWithoutANameIsNotRead) {
 }
 
 TEST_F(OrderOfEffects, SuccessfulParseThrowsNothing) {
-    interposition().thrownMessages.clear();
+    interposition().thrown.clear();
     EXPECT_TRUE(parseEveryOption());
-    EXPECT_EQ(interposition().thrownMessages, std::vector<std::string>());
+    EXPECT_EQ(interposition().thrown, std::vector<std::string>());
 }
 
-TEST_F(OrderOfEffects, RefusedArgumentsAreSeenInADebugger) {
-    interposition().thrownMessages.clear();
+TEST_F(OrderOfEffects, RefusedArgumentsAreThrownAndCaught) {
+    interposition().thrown.clear();
     Arguments arguments(everyOption);
     EXPECT_FALSE(parser.Parse(-1, arguments.argv()));
     EXPECT_FALSE(parser.Parse(-1, static_cast<char**>(nullptr)));
     EXPECT_FALSE(parser.Parse(1, static_cast<char**>(nullptr)));
-    EXPECT_EQ(interposition().thrownMessages,
-              (std::vector<std::string>{"argc must be at least 1", "argc must be at least 1",
-                                        "argv must be valid"}));
+    EXPECT_EQ(interposition().thrown, (std::vector<std::string>{"invalid_argument: argc must be at least 1",
+                                                                "invalid_argument: argc must be at least 1",
+                                                                "invalid_argument: argv must be valid"}));
 }
 
-TEST_F(OrderOfEffects, UnclosedQuoteIsSeenInADebugger) {
+TEST_F(OrderOfEffects, UnclosedQuoteIsThrownAndCaught) {
     set("ORVEX_TEST_ARGS", "'open");
-    interposition().thrownMessages.clear();
+    interposition().thrown.clear();
     EXPECT_FALSE(parseEveryOption());
-    EXPECT_EQ(interposition().thrownMessages,
-              std::vector<std::string>{"Starting quote has no ending quote."});
+    EXPECT_EQ(interposition().thrown,
+              std::vector<std::string>{"runtime_error: Starting quote has no ending quote."});
 }
 
 TEST_F(OrderOfEffects, WithoutOptionsTwoVariablesAreSet) {
