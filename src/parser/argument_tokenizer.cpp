@@ -34,7 +34,7 @@ private:
 // Appends the byte after a backslash. As the last byte of the text, the backslash stands for itself:
 // the read leaves it in byte. The check before the read therefore never fires.
 void appendLiterally(ByteReader& reader, char& byte, std::string& token) {
-    // GCOVR_EXCL_START: it cannot be reached
+    // GCOVR_EXCL_START: once a read has found nothing, the scan ends
     if (reader.atReportedEnd()) {
         throw std::runtime_error("Found Escape Character at end of file.");
     }
