@@ -38,8 +38,8 @@ Interposition& interposition() {
     return *instance;
 }
 
-// The platform declares these functions with parameter names that are reserved to it.
-// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
+// The platform declares these functions with names that are reserved to it.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name,bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 extern "C" char* getenv(const char* name) noexcept {
     static auto* const platform = next<char*(const char*)>("getenv");
     Interposition& state = interposition();
@@ -143,4 +143,4 @@ extern "C" void free(void* memory) noexcept {
     platform(memory);
 }
 #endif
-// NOLINTEND(readability-inconsistent-declaration-parameter-name)
+// NOLINTEND(readability-inconsistent-declaration-parameter-name,bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
