@@ -5,7 +5,7 @@
 #include "peak_memory.h"
 
 #include "OrvexTestCommandLineParser.h"
-#include "environment/expand_references.h"
+#include "environment/expand_environment_references.h"
 
 #include <benchmark/benchmark.h>
 

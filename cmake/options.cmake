@@ -36,8 +36,8 @@ testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_BENCHMARKS
   "Build the benchmarks" benchmark libbenchmark-dev google-benchmark)
 option(TESTCOMMANDLINEPARSER_STRICT "Treat compiler warnings as errors" OFF)
 
-# The warnings that this project's own code is held to; nothing of it reaches a consumer.
-function(testcommandlineparser_set_warnings target)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic
-    $<$<BOOL:${TESTCOMMANDLINEPARSER_STRICT}>:-Werror>)
-endfunction()
+# The warnings that this project's own directories are held to; nothing of it reaches a consumer.
+set(testcommandlineparser_warnings -Wall -Wextra -Wpedantic)
+if(TESTCOMMANDLINEPARSER_STRICT)
+  list(APPEND testcommandlineparser_warnings -Werror)
+endif()

@@ -2,7 +2,7 @@
 
 #include "OrvexTestCommandLineParser.h"
 #include "environment/environment_variables.h"
-#include "environment/expand_references.h"
+#include "environment/expand_environment_references.h"
 
 namespace orvex {
 

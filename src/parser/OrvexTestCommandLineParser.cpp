@@ -2,9 +2,9 @@
 
 #include "environment/environment_variables.h"
 #include "environment/producer_path.h"
-#include "environment/transport_step.h"
+#include "environment/transport_variables.h"
 #include "parser/argument_tokenizer.h"
-#include "testrun/session_export.h"
+#include "testrun/session_variables.h"
 #include "testrun/test_run_information.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "differential/enumeration.h"
 #include "differential/process_environment.h"
-#include "environment/expand_references.h"
+#include "environment/expand_environment_references.h"
 #include "environment/split_string.h"
 #include "model/model.h"
 #include "parser/argument_tokenizer.h"

@@ -2,7 +2,7 @@
 
 #include "differential/process_environment.h"
 #include "differential/scenario.h"
-#include "environment/expand_references.h"
+#include "environment/expand_environment_references.h"
 #include "fuzz/finding.h"
 #include "model/model.h"
 

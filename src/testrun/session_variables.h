@@ -1,7 +1,7 @@
 // The variables that describe the test session to later code and to child processes.
 
-#ifndef ORVEX_SESSION_EXPORT_H
-#define ORVEX_SESSION_EXPORT_H
+#ifndef ORVEX_SESSION_VARIABLES_H
+#define ORVEX_SESSION_VARIABLES_H
 
 #include "OrvexTestCommandLineParser.h"
 

@@ -1,7 +1,7 @@
 // Environment references in a text.
 
-#ifndef ORVEX_EXPAND_REFERENCES_H
-#define ORVEX_EXPAND_REFERENCES_H
+#ifndef ORVEX_EXPAND_ENVIRONMENT_REFERENCES_H
+#define ORVEX_EXPAND_ENVIRONMENT_REFERENCES_H
 
 #include <string>
 

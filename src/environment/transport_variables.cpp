@@ -1,4 +1,4 @@
-#include "environment/transport_step.h"
+#include "environment/transport_variables.h"
 
 #include "environment/environment_variables.h"
 #include "environment/split_string.h"

@@ -1,4 +1,4 @@
-#include "testrun/session_export.h"
+#include "testrun/session_variables.h"
 
 #include "environment/environment_variables.h"
 

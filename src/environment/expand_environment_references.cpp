@@ -1,4 +1,4 @@
-#include "environment/expand_references.h"
+#include "environment/expand_environment_references.h"
 
 #include <cstdlib>
 #include <exception>

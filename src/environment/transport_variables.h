@@ -1,8 +1,8 @@
 // The variables that the SDK reads when a test opens cameras: device filter, stream parameters,
 // camera emulation and free properties.
 
-#ifndef ORVEX_TRANSPORT_STEP_H
-#define ORVEX_TRANSPORT_STEP_H
+#ifndef ORVEX_TRANSPORT_VARIABLES_H
+#define ORVEX_TRANSPORT_VARIABLES_H
 
 #include <string>
 
