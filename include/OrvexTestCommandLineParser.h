@@ -18,14 +18,18 @@
 ///     }
 ///
 /// Conventions:
-/// - All text is bytes that end at the first zero byte. No locale is consulted, and of the values none
-///   is validated but the first byte of the four numeric ones.
+/// - Strings are bytes. No locale is consulted, and no value is validated, except for the first byte of
+///   the four numbers.
 /// - Parse reports failure by returning false. It prints nothing and keeps what it had done so far.
 /// - A reference that an accessor returns stays valid as long as the parser lives, and a later Parse
 ///   changes what it refers to. Only a reference to a single test path ends with the next Parse.
 /// - Nothing here is locked. Parse writes the process environment, which all threads share.
-/// - The classes hold standard containers by value: build a program with the standard library, and
-///   with the version of this header, that the library was built with. Copies are independent.
+/// - The classes hold standard containers by value: build a program with the standard library and with
+///   the version of this header that the library was built with. `_GLIBCXX_USE_CXX11_ABI=0` and
+///   `_GLIBCXX_DEBUG` change the containers, so that a program would link and then write beyond the
+///   object. They do not compile, unless ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS is
+///   defined, which says that the library was built with the same settings.
+/// - Copies are independent.
 ///
 /// Usable from C++11 on. C programs, and C++ programs that want the one process-wide parser, use
 /// OrvexTestCommandLineParserC.h.
@@ -42,23 +46,32 @@
 #include <string>
 #include <vector>
 
+#ifndef ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS
+#if defined(_GLIBCXX_DEBUG) || (defined(_GLIBCXX_USE_CXX11_ABI) && !_GLIBCXX_USE_CXX11_ABI)
+#error \
+    "These containers are not those of the library. If it was built with the same settings, define \
+ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS."
+#endif
+#endif
+
 #ifndef ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT
 #define ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT __attribute__((visibility("default")))
 #endif
 
-/// What is known about the test run: eighteen texts, all empty until the first Parse that gets as far
-/// as filling them. A later Parse keeps a text whose option has no value (or an empty one), save for
-/// the three that are noted below. Nothing interprets the texts.
+/// What is known about the test run: eighteen strings, all empty after construction. A Parse fills them
+/// as its last step but one, so one that ends early leaves them as they were. A string whose option has
+/// no value, or an empty one, is kept from before, except for the three noted below. Nothing interprets
+/// the strings.
 ///
 /// The order is part of the interface: the C interface copies the first sixteen fields, in this order,
 /// into slots of 256 bytes.
 struct TestRunInformation {
-    std::string group;                 ///< -tdc_group; every Parse resets it to "orvex" first
+    std::string group;                 ///< -tdc_group, or "orvex"
     std::string guid;                  ///< -tdc_guid, the identifier of the test session
     std::string runName;               ///< -tdc_runname
     std::string runDescription;        ///< -tdc_rundescription
     std::string product;               ///< -tdc_product
-    std::string fixedZero;             ///< always "0" after a Parse; no option sets it
+    std::string fixedZero;             ///< "0"; no option sets it
     std::string userId;                ///< -tdc_userid
     std::string vcsRevision;           ///< -tdc_vcsrevision
     std::string vcsBranch;             ///< -tdc_vcsbranch
@@ -66,7 +79,7 @@ struct TestRunInformation {
     std::string secondVcsBranch;       ///< -tdc_vcsbranch again
     std::string pcName;                ///< -pcname
     std::string osName;                ///< -osname
-    std::string transportLayers;       ///< the -tl values joined by ",", or "any" when there are none
+    std::string transportLayers;       ///< the -tl values joined by ",", or "any" if that is empty
     std::string tdcDravikXmlFilename;  ///< -tdc_dxml
     std::string testName;              ///< -testname
     std::string osType;                ///< -ostype; not reachable through the C interface
@@ -80,7 +93,7 @@ struct TestRunInformation {
 ///
 /// Every operation takes an option name with or without its dashes: `o`, `-o` and `--o` are the same
 /// option. Names are compared byte by byte. Scans only add; nothing is ever removed. No operation
-/// reads or writes an environment variable, and the only exceptions are those of memory exhaustion.
+/// reads or writes an environment variable, and the only exception is std::bad_alloc.
 class OptionRegistry {
 public:
     /// Bits of the mode word, which varies the grammar.
@@ -101,7 +114,7 @@ public:
     explicit OptionRegistry(std::uint32_t mode);
 
     /// Registers options that take a value and keep the last one given.
-    /// - names: zero-terminated texts, not null, copied. A name registered twice counts once.
+    /// - names: zero-terminated strings, not null, copied. A name registered twice counts once.
     void addValueOptions(std::initializer_list<const char*> names);
 
     /// Registers options that take a value and keep every one given, in order. As addValueOptions.
@@ -109,7 +122,7 @@ public:
 
     /// Scans argv[0] to argv[argc - 1] as parseTokens does.
     /// - argc: 0 or more.
-    /// - argv: at least argc pointers to zero-terminated texts, none null; copied.
+    /// - argv: at least argc pointers to zero-terminated strings, none null; copied.
     void parseArgv(int argc, const char* const* argv);
 
     /// Scans a token list and adds what it finds to what earlier scans left.
@@ -120,25 +133,26 @@ public:
     /// Whether the option was given without a value. An option given with one does not count.
     bool hasOption(const std::string& name) const;
 
-    /// A stream over the option's text: the last value of a value option, or all values of a
-    /// multi-value option joined by one blank (an empty text when there are none). For an option
+    /// A stream over the option's value: the last value of a value option, or all values of a
+    /// multi-value option joined by one blank (an empty string when there are none). For an option
     /// without a value, an empty stream that has already failed.
     std::istringstream getValue(const std::string& name) const;
 
-    /// The text of that stream alone, which costs no stream; empty for an option without a value.
-    std::string getText(const char* name) const;
+    /// The last value of a value option; an empty string for an option without a value, and for a
+    /// multi-value option. Valid as long as the registry; a scan may change it.
+    const std::string& getSingleValue(const std::string& name) const;
 
     /// All values of a multi-value option with the separator between them; empty when there are none.
     std::string getJoinedValues(const std::string& name, const std::string& separator) const;
 
-    /// The positional argument at the index, which counts from 0, the program name; an empty text
-    /// when the index is out of range. Valid until the next scan.
+    /// The positional argument at the index, which counts from 0, the program name; an empty
+    /// string when the index is out of range. Valid until the next scan.
     const std::string& getPositional(std::size_t index) const;
 
     /// All positional arguments in scan order. Valid as long as the registry; a scan adds to the list.
     const std::vector<std::string>& getPositionals() const;
 
-    /// The text without its leading dashes; unchanged when it holds nothing but dashes.
+    /// The string without its leading dashes; unchanged when it holds nothing but dashes.
     static std::string trimLeadingDashes(const std::string& text);
 
     /// Whether formatted extraction in the classic locale reads a double from the start of the token.
@@ -152,10 +166,12 @@ public:
     bool hasMode(std::uint32_t bit) const;                   ///< whether the mode word has the bit
 
 private:
-    class Scanner;
+    // What follows is no part of the interface. It stands here because the parser holds a registry by
+    // value, so that a program must know the size of both.
+    class Store;
 
     // Shorter names come first: names differ in length more often than not, and then no byte is read.
-    // Being transparent, it compares a stored name with any other form of text without copying it.
+    // Being transparent, it compares a stored name with any other form of string without copying it.
     struct NameOrder {
         using is_transparent = void;
 
@@ -176,14 +192,14 @@ private:
 };
 
 /// Parses a test program's arguments and keeps what it found.
-class OrvexTestCommandLineParser {
+class ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT OrvexTestCommandLineParser {
 public:
     /// A parser that has parsed nothing: all texts and lists empty, all flags false.
     /// Throws std::bad_alloc when memory runs out. Reads and writes no environment variable.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT OrvexTestCommandLineParser();
+    OrvexTestCommandLineParser();
 
     /// Releases the memory and does nothing else: the environment stays as Parse left it.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT ~OrvexTestCommandLineParser();
+    ~OrvexTestCommandLineParser();
 
     /// Parses the arguments in ORVEX_TEST_ARGS, then argv, then the arguments in `_ORVEX_TEST_ARGS_`,
     /// and acts on them. Of several values of an option the last one counts; transport layers (-tl),
@@ -240,7 +256,7 @@ public:
     ///
     /// A second Parse adds to what the first one scanned: options that it lacks apply again, and the
     /// test paths of the first call are in the list twice.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, char** argv) noexcept;
+    bool Parse(int argc, char** argv) noexcept;
 
     /// Parses wide arguments: converts them to UTF-8 and hands them to the narrow Parse.
     ///
@@ -252,7 +268,7 @@ public:
     ///     of one argument has more bytes than an int can count.
     /// - Errors: throws std::bad_alloc when there is no memory for the converted arguments.
     /// - Environment: as the narrow Parse.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, wchar_t** argv);
+    bool Parse(int argc, wchar_t** argv);
 
     /// Parses a block of argc zero-terminated texts that stand directly one after another.
     ///
@@ -263,7 +279,7 @@ public:
     ///     that an empty argument cannot be passed in this form.
     /// - Errors: throws std::bad_alloc when there is no memory for argc pointers.
     /// - Environment: as the narrow Parse.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, char* args);
+    bool Parse(int argc, char* args);
 
     /// Scans the arguments in an environment variable, as Parse does for its own two, and does nothing
     /// else: no accessor changes before the next Parse, which finds these arguments scanned already.
@@ -278,46 +294,44 @@ public:
     /// - Errors: throws std::runtime_error, with nothing scanned, when a quote is not closed, and
     ///     std::bad_alloc when memory runs out.
     /// - Reads the named variable; an undefined or blank one adds nothing. Writes none.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT void ParseArgsFromEnvironmentVariable(const char* variableName,
-                                                                                const char* programName);
+    void ParseArgsFromEnvironmentVariable(const char* variableName, const char* programName);
 
     /// The program name: the first of all arguments that is neither an option nor the value of one,
     /// which is argv[0] unless that looks like an option.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getApplicationName() const noexcept;
+    const std::string& getApplicationName() const noexcept;
 
     /// The name of the XML report file, -x; empty when it was not given.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getXmlFilename() const noexcept;
+    const std::string& getXmlFilename() const noexcept;
 
     /// The name of the output file, -o; empty when it was not given.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getOutputFilename() const noexcept;
+    const std::string& getOutputFilename() const noexcept;
 
     /// The test suites and test cases to run, "Suite" or "Suite::Case", in the order given.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::vector<std::string>& getTestPaths() const noexcept;
+    const std::vector<std::string>& getTestPaths() const noexcept;
 
     /// The first of the test paths, valid until the next Parse; or an empty text, which lives as long as
     /// the process.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getFirstTestPath() const noexcept;
+    const std::string& getFirstTestPath() const noexcept;
 
     /// All transport layers, the -tl values, joined by a comma.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getTlList() const noexcept;
+    const std::string& getTlList() const noexcept;
 
     /// Whether one of -?, -h, -H and -help was given.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool helpRequested() const noexcept;
+    bool helpRequested() const noexcept;
 
     /// Whether -w was given: the program should wait before it exits.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool waitBeforeExit() const noexcept;
+    bool waitBeforeExit() const noexcept;
 
     /// What is known about the test run.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const TestRunInformation& getTestRunInformation() const noexcept;
+    const TestRunInformation& getTestRunInformation() const noexcept;
 
     /// The name of the report file of the test data collector, -tdc_dxml.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getTdcDravikXmlFilename() const noexcept;
+    const std::string& getTdcDravikXmlFilename() const noexcept;
 
     /// A new text that explains the command line, several lines without a line end after the last.
     /// - applicationName: the program name at its head; if empty, that of the last Parse is used.
     /// - Errors: throws std::bad_alloc when memory runs out.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT std::string getHelpMessage(
-        const std::string& applicationName) const;
+    std::string getHelpMessage(const std::string& applicationName) const;
 
     /// The directory that the SDK is installed in: five levels above the one that holds this library's
     /// file, after symbolic links among the directories are resolved; empty when that is the root or
@@ -325,7 +339,7 @@ public:
     /// - Errors: throws std::runtime_error when the file or the directory cannot be found, and
     ///     std::bad_alloc when memory runs out.
     /// - Reads and writes no environment variable.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT static std::string getApplicationDir();
+    static std::string getApplicationDir();
 
 private:
     std::string applicationName;

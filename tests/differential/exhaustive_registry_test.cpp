@@ -35,8 +35,9 @@ std::string differenceOf(const OptionRegistry& registry, const model::Registry& 
         if (registry.hasOption(name) != expected.hasOption(name)) {
             return "hasOption " + name;
         }
-        if (registry.getText(name.c_str()) != expected.getText(name)) {
-            return "getText " + name;
+        if (registry.getSingleValue(name) !=
+            (expected.isMultiValueOption(name) ? "" : expected.getText(name))) {
+            return "getSingleValue " + name;
         }
         if (registry.getJoinedValues(name, "||") != expected.getJoinedValues(name, "||")) {
             return "getJoinedValues " + name;
