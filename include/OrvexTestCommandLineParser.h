@@ -110,6 +110,17 @@ public:
         GroupedShortFlags = 8
     };
 
+    /// The name of an option in a query. It refers to the string that it is made of.
+    struct Name {
+        /// name: zero-terminated, not null
+        Name(const char* name) : begin(name), size(std::char_traits<char>::length(name)) {}
+        /// name: taken whole, zero bytes included
+        Name(const std::string& name) : begin(name.data()), size(name.size()) {}
+
+        const char* begin;
+        std::size_t size;
+    };
+
     /// mode: any combination of the Mode bits. Nothing is registered, and nothing was scanned yet.
     explicit OptionRegistry(std::uint32_t mode);
 
@@ -131,19 +142,19 @@ public:
     void parseTokens(const std::vector<std::string>& tokens);
 
     /// Whether the option was given without a value. An option given with one does not count.
-    bool hasOption(const std::string& name) const;
+    bool hasOption(Name name) const;
 
     /// A stream over the option's value: the last value of a value option, or all values of a
     /// multi-value option joined by one blank (an empty string when there are none). For an option
     /// without a value, an empty stream that has already failed.
-    std::istringstream getValue(const std::string& name) const;
+    std::istringstream getValue(Name name) const;
 
     /// The last value of a value option; an empty string for an option without a value, and for a
     /// multi-value option. Valid as long as the registry; a scan may change it.
-    const std::string& getSingleValue(const std::string& name) const;
+    const std::string& getSingleValue(Name name) const;
 
     /// All values of a multi-value option with the separator between them; empty when there are none.
-    std::string getJoinedValues(const std::string& name, const std::string& separator) const;
+    std::string getJoinedValues(Name name, const std::string& separator) const;
 
     /// The positional argument at the index, which counts from 0, the program name; an empty
     /// string when the index is out of range. Valid until the next scan.
@@ -161,9 +172,9 @@ public:
     /// Whether the token begins with a dash and is not a number.
     static bool isOptionToken(const std::string& token);
 
-    bool isValueOption(const std::string& name) const;       ///< registered by addValueOptions
-    bool isMultiValueOption(const std::string& name) const;  ///< registered by addMultiValueOptions
-    bool hasMode(std::uint32_t bit) const;                   ///< whether the mode word has the bit
+    bool isValueOption(Name name) const;       ///< registered by addValueOptions
+    bool isMultiValueOption(Name name) const;  ///< registered by addMultiValueOptions
+    bool hasMode(std::uint32_t bit) const;     ///< whether the mode word has the bit
 
 private:
     // What follows is no part of the interface. It stands here because the parser holds a registry by
@@ -194,7 +205,7 @@ private:
 /// Parses a test program's arguments and keeps what it found.
 class ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT OrvexTestCommandLineParser {
 public:
-    /// A parser that has parsed nothing: all texts and lists empty, all flags false.
+    /// A parser that has parsed nothing: all strings and lists empty, all flags false.
     /// Throws std::bad_alloc when memory runs out. Reads and writes no environment variable.
     OrvexTestCommandLineParser();
 
@@ -207,23 +218,34 @@ public:
     ///
     /// - argc: the number of arguments, the program name included. 0 returns true at once, with
     ///     nothing read or changed, whatever argv is.
-    /// - argv: argc pointers to zero-terminated texts, none of them null. Read during the call only.
-    /// - Result: true when everything was done. False, with nothing printed and with everything done up
-    ///     to the failure kept (what was scanned, fields, environment variables), when
-    ///     - argc is negative or argv is null (nothing has changed then),
-    ///     - one of the two argument variables has a quote that is not closed,
-    ///     - the text of -socketbuffer, -packetsize, -packetdelay or -camemu is not empty and does not
-    ///       begin with a decimal digit,
-    ///     - a variable from ORVEX_GTC_USE_EXTRA_TL to TEST_PROPERTIES below cannot be set,
-    ///     - the directory of the SDK is needed (see GENICAM_GENTL64_PATH) and cannot be found,
-    ///     - memory runs out (except while GENICAM_GENTL64_PATH is expanded, which then keeps its
-    ///       references as they are).
-    /// - Errors: lets no exception out. One that is not a std::exception (which only a replaced
-    ///     allocation function could raise) ends the process through std::terminate.
+    /// - argv: argc pointers to zero-terminated strings, none of them null. Read during the call only.
+    /// - Result: true when everything was done; false, with nothing printed, when something failed.
+    /// - Errors: lets no exception out. One that is not a std::exception, which only a replaced allocation
+    ///     function could raise, ends the process through std::terminate.
     ///
-    /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and,
-    /// for GENICAM_GENTL64_PATH, that variable and those that the SDK's directory names as `%NAME%` or
-    /// `$(NAME)`.
+    /// What makes it fail, and what has happened by then, which is kept:
+    ///
+    ///     argc is negative, argv is null     nothing
+    ///     ORVEX_TEST_ARGS has an open quote  nothing
+    ///     _ORVEX_TEST_ARGS_ has one          the other sources are scanned; no accessor has changed
+    ///     -socketbuffer does not begin with  the accessors have their new values, except for the record;
+    ///     a decimal digit                    no variable is set
+    ///     -packetsize, -packetdelay or       as above, and the variables before its own in the list below
+    ///     -camemu does not                   are set
+    ///     a variable of the list up to       as above
+    ///     TEST_PROPERTIES cannot be set
+    ///     GENICAM_GENTL64_PATH needs the     as above
+    ///     SDK's directory: it is not found
+    ///     memory runs out                    the steps before
+    ///
+    /// Two places do without memory: GENICAM_GENTL64_PATH is then set with its references unexpanded; and
+    /// where libstdc++ tests whether a token such as "-5" is a number, it reports every exception, one
+    /// that is not a std::exception included, as "no", so that the token becomes an option.
+    ///
+    /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and, for
+    /// GENICAM_GENTL64_PATH, that variable and those that the new search path names as `%NAME%` or `$(NAME)`.
+    /// The SDK's directory stands in that path twice and is not quoted: a single "%" in it pairs with its
+    /// copy, an open "$(" with the next ")" beyond it, and what is between is looked up as a variable.
     ///
     /// Writes, in this order:
     ///
@@ -233,7 +255,7 @@ public:
     ///     ORVEX_GIGE_STREAMPARAMS     "Type=" and the driver named after "DravikGigE:" in -tl (of
     ///                                 several, the last in byte order), "SocketBufferSize=" and
     ///                                 -socketbuffer, or both with a blank between
-    ///     ORVEX_GIGE_STREAM_GEVSCPS   -packetsize, or "8192" without a text
+    ///     ORVEX_GIGE_STREAM_GEVSCPS   -packetsize, or "8192"
     ///     ORVEX_GIGE_STREAM_GEVSCPD   -packetdelay
     ///     ORVEX_CAMEMU                -camemu
     ///     TEST_PROPERTIES             the -p values joined by one blank
@@ -250,9 +272,8 @@ public:
     ///     VCS_BRANCH                  -tdc_vcsbranch
     ///     TRANSPORT_LAYER             the -tl values joined by one blank
     ///
-    /// But for the first and for -packetsize, a variable whose option has no text, or whose options have
-    /// none when joined, is left as it was. From GENICAM_GENTL64_PATH on, a variable that cannot be set
-    /// is passed over.
+    /// An empty value counts as none. Apart from the first and from ORVEX_GIGE_STREAM_GEVSCPS, a variable
+    /// without a value is left as it was. From GENICAM_GENTL64_PATH on, one that cannot be set is ignored.
     ///
     /// A second Parse adds to what the first one scanned: options that it lacks apply again, and the
     /// test paths of the first call are in the list twice.
@@ -261,7 +282,7 @@ public:
     /// Parses wide arguments: converts them to UTF-8 and hands them to the narrow Parse.
     ///
     /// - argc: as above; a negative one gives false.
-    /// - argv: argc pointers to zero-terminated texts of UTF-32 code points. Surrogates are converted
+    /// - argv: argc pointers to zero-terminated strings of UTF-32 code points. Surrogates are converted
     ///     like any other code point. Read during the call only.
     /// - Result: that of the narrow Parse; false with nothing parsed when argv is null and argc is
     ///     positive, when an argument is null, when a code point lies above 0x10FFFF, or when the UTF-8
@@ -270,13 +291,13 @@ public:
     /// - Environment: as the narrow Parse.
     bool Parse(int argc, wchar_t** argv);
 
-    /// Parses a block of argc zero-terminated texts that stand directly one after another.
+    /// Parses a block of argc zero-terminated strings that stand directly one after another.
     ///
     /// - argc: as above; a negative one gives false.
-    /// - args: the first byte of the block; not null unless argc is 0. What follows the last text is
-    ///     not read. Read during the call only.
-    /// - Result: that of the narrow Parse; false with nothing parsed when one of the texts is empty, so
-    ///     that an empty argument cannot be passed in this form.
+    /// - args: the first byte of the block; not null unless argc is 0. What follows the last string
+    ///     is not read. Read during the call only.
+    /// - Result: that of the narrow Parse; false with nothing parsed when one of the strings is empty,
+    ///     so that an empty argument cannot be passed in this form.
     /// - Errors: throws std::bad_alloc when there is no memory for argc pointers.
     /// - Environment: as the narrow Parse.
     bool Parse(int argc, char* args);
@@ -284,20 +305,21 @@ public:
     /// Scans the arguments in an environment variable, as Parse does for its own two, and does nothing
     /// else: no accessor changes before the next Parse, which finds these arguments scanned already.
     ///
-    /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind in
-    /// them is an ordinary byte, what touches them belongs to the same argument, and an empty pair is an
-    /// empty argument. A backslash, in quotes or not, makes the next byte an ordinary one; as the last
-    /// byte of the text it stands for itself.
+    /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind
+    /// inside them is an ordinary byte, what touches them belongs to the same argument, and an empty pair
+    /// is an empty argument. A backslash, inside quotes or not, makes the next byte an ordinary one; as
+    /// the last byte it stands for itself.
     ///
     /// - variableName: the variable to read. Null or empty: nothing happens.
-    /// - programName: a zero-terminated text, not null, which takes the place of argv[0].
+    /// - programName: a zero-terminated string, not null, which takes the place of argv[0].
     /// - Errors: throws std::runtime_error, with nothing scanned, when a quote is not closed, and
     ///     std::bad_alloc when memory runs out.
     /// - Reads the named variable; an undefined or blank one adds nothing. Writes none.
     void ParseArgsFromEnvironmentVariable(const char* variableName, const char* programName);
 
-    /// The program name: the first of all arguments that is neither an option nor the value of one,
-    /// which is argv[0] unless that looks like an option.
+    /// The program name: the first argument ever scanned that is neither an option nor the value of one.
+    /// That is the argv[0] of the first Parse, unless it looks like an option or
+    /// ParseArgsFromEnvironmentVariable was called before with another program name.
     const std::string& getApplicationName() const noexcept;
 
     /// The name of the XML report file, -x; empty when it was not given.
@@ -309,8 +331,8 @@ public:
     /// The test suites and test cases to run, "Suite" or "Suite::Case", in the order given.
     const std::vector<std::string>& getTestPaths() const noexcept;
 
-    /// The first of the test paths, valid until the next Parse; or an empty text, which lives as long as
-    /// the process.
+    /// The first of the test paths, valid until the next Parse; or an empty string, valid until exit
+    /// handlers run.
     const std::string& getFirstTestPath() const noexcept;
 
     /// All transport layers, the -tl values, joined by a comma.
@@ -328,14 +350,16 @@ public:
     /// The name of the report file of the test data collector, -tdc_dxml.
     const std::string& getTdcDravikXmlFilename() const noexcept;
 
-    /// A new text that explains the command line, several lines without a line end after the last.
-    /// - applicationName: the program name at its head; if empty, that of the last Parse is used.
+    /// A text that explains the command line: several lines, without a line end after the last.
+    /// - applicationName: the program name at its head, copied whole, zero bytes included; if it is empty,
+    ///     getApplicationName() is used.
     /// - Errors: throws std::bad_alloc when memory runs out.
     std::string getHelpMessage(const std::string& applicationName) const;
 
     /// The directory that the SDK is installed in: five levels above the one that holds this library's
     /// file, after symbolic links among the directories are resolved; empty when that is the root or
-    /// would lie above it.
+    /// would lie above it. If the dynamic loader reports the file without a slash in its name, it is the
+    /// library's own directory.
     /// - Errors: throws std::runtime_error when the file or the directory cannot be found, and
     ///     std::bad_alloc when memory runs out.
     /// - Reads and writes no environment variable.

@@ -21,6 +21,21 @@ bool contains(const std::vector<std::string>& list, std::string_view name) {
     return std::find(list.begin(), list.end(), name) != list.end();
 }
 
+std::string_view keyOf(OptionRegistry::Name name) {
+    return withoutLeadingDashes({name.begin, name.size});
+}
+
+std::string join(const std::vector<std::string>& parts, const std::string& separator) {
+    std::string joined;
+    for (const std::string& part : parts) {
+        if (&part != &parts.front()) {
+            joined += separator;
+        }
+        joined += part;
+    }
+    return joined;
+}
+
 }  // namespace
 
 // Stores what a scan finds.
@@ -95,15 +110,15 @@ void OptionRegistry::parseTokens(const std::vector<std::string>& tokens) {
     orvex::OptionScanner(views, store).scan();
 }
 
-bool OptionRegistry::hasOption(const std::string& name) const {
-    return flags.find(withoutLeadingDashes(name)) != flags.end();
+bool OptionRegistry::hasOption(Name name) const {
+    return flags.find(keyOf(name)) != flags.end();
 }
 
-std::istringstream OptionRegistry::getValue(const std::string& name) const {
+std::istringstream OptionRegistry::getValue(Name name) const {
     if (isMultiValueOption(name)) {
         return std::istringstream(getJoinedValues(name, " "));
     }
-    const auto found = values.find(withoutLeadingDashes(name));
+    const auto found = values.find(keyOf(name));
     if (found != values.end()) {
         return std::istringstream(found->second);
     }
@@ -112,23 +127,14 @@ std::istringstream OptionRegistry::getValue(const std::string& name) const {
     return absent;
 }
 
-const std::string& OptionRegistry::getSingleValue(const std::string& name) const {
-    const auto found = values.find(withoutLeadingDashes(name));
+const std::string& OptionRegistry::getSingleValue(Name name) const {
+    const auto found = values.find(keyOf(name));
     return found == values.end() ? emptyValue : found->second;
 }
 
-std::string OptionRegistry::getJoinedValues(const std::string& name, const std::string& separator) const {
-    std::string joined;
-    const auto found = multiValues.find(withoutLeadingDashes(name));
-    if (found != multiValues.end()) {
-        for (const std::string& value : found->second) {
-            if (&value != &found->second.front()) {
-                joined += separator;
-            }
-            joined += value;
-        }
-    }
-    return joined;
+std::string OptionRegistry::getJoinedValues(Name name, const std::string& separator) const {
+    const auto found = multiValues.find(keyOf(name));
+    return found == multiValues.end() ? std::string() : join(found->second, separator);
 }
 
 const std::string& OptionRegistry::getPositional(std::size_t index) const {
@@ -151,12 +157,12 @@ bool OptionRegistry::isOptionToken(const std::string& token) {
     return orvex::isOptionToken(token);
 }
 
-bool OptionRegistry::isValueOption(const std::string& name) const {
-    return contains(valueOptions, withoutLeadingDashes(name));
+bool OptionRegistry::isValueOption(Name name) const {
+    return contains(valueOptions, keyOf(name));
 }
 
-bool OptionRegistry::isMultiValueOption(const std::string& name) const {
-    return contains(multiValueOptions, withoutLeadingDashes(name));
+bool OptionRegistry::isMultiValueOption(Name name) const {
+    return contains(multiValueOptions, keyOf(name));
 }
 
 bool OptionRegistry::hasMode(std::uint32_t bit) const {
