@@ -40,7 +40,7 @@ std::string getApplicationDir() {
     std::string directory = resolved.get();
     const std::size_t lastSeparator = directory.rfind('/');
     if (lastSeparator == std::string::npos) {
-        // Names the caller that meets it; part of the fixed texts.
+        // The text is fixed: it names the caller, not this function.
         throw std::runtime_error("OrvexTestCommandLineParser::Parse> can't query path");
     }
     directory.erase(lastSeparator);

@@ -39,7 +39,7 @@ inline bool isOptionToken(std::string_view token) {
 //     inlineValue(name, value)    an option, and its value after a "=" in the same token
 //
 // and is asked hasPositionals(), isValueOption(name), isMultiValueOption(name) and, for each bit of
-// OptionRegistry::Mode, hasMode(bit). All texts are parts of the tokens.
+// OptionRegistry::Mode, hasMode(bit). All strings are parts of the tokens.
 template <typename Visitor>
 class OptionScanner {
 public:
