@@ -14,6 +14,8 @@
 #include <string_view>
 #include <utility>
 
+extern char** environ;
+
 namespace {
 
 constexpr int decade = 10;
@@ -95,8 +97,17 @@ void expandReferences(benchmark::State& state, const char* pattern) {
     });
 }
 
+// What clearenv does where there is one.
+void clearEnvironment() {
+    while (environ != nullptr && *environ != nullptr) {
+        const std::string_view variable = *environ;
+        unsetenv(std::string(variable.substr(0, variable.find('='))).c_str());
+    }
+}
+
 // The platform walks all variables for each one that it looks up or sets.
 void parseInEnvironment(benchmark::State& state) {
+    clearEnvironment();
     std::size_t inputBytes = 0;
     for (std::int64_t i = 0; i < state.range(0); ++i) {
         const std::string name = "VARIABLE_" + std::to_string(i);
@@ -105,7 +116,6 @@ void parseInEnvironment(benchmark::State& state) {
     }
     CommandLine commandLine(typicalArguments(Form::Joined));
     measure(state, inputBytes, [&] { parseOnce(state, commandLine); });
-    clearenv();
 }
 
 using Range = std::pair<std::int64_t, std::int64_t>;
