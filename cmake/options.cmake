@@ -12,6 +12,7 @@ if(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE)
 endif()
 
 set(built library)
+set(leftOut "")
 
 # part(NAME DEFAULT PACKAGES...) with the packages as "CMake name/Debian name/Homebrew name"
 #
@@ -21,6 +22,9 @@ set(built library)
 function(testcommandlineparser_part name default)
   set(option TESTCOMMANDLINEPARSER_BUILD_${name})
   string(TOLOWER ${name} part)
+  # An outer project may have variables of these names.
+  set(missing "")
+  set(isDefault FALSE)
   if(NOT DEFINED ${option})
     set(${option} ${default})
     set(isDefault TRUE)
@@ -47,9 +51,7 @@ function(testcommandlineparser_part name default)
         "${option} needs what was not found: ${missing}. Install it or configure with -D${option}=OFF.")
     endif()
   endif()
-  set(${option} ${${option}} PARENT_SCOPE)
-  set(built ${built} PARENT_SCOPE)
-  set(leftOut ${leftOut} PARENT_SCOPE)
+  return(PROPAGATE ${option} built leftOut)
 endfunction()
 
 set(googletest "GTest/libgtest-dev libgmock-dev/googletest")
