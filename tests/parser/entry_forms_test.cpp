@@ -1,8 +1,8 @@
 #include "OrvexTestCommandLineParser.h"
 
-#include "parser/parser_state.h"
-#include "support/arguments.h"
+#include "parser/parser_test.h"
 #include "support/clean_environment.h"
+#include "support/parser_snapshot.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,10 +22,11 @@ std::wstring codePoint(unsigned value) {
     return std::wstring(1, static_cast<wchar_t>(value));
 }
 
-class EntryForms : public CleanEnvironmentTest {
+class EntryForms : public ParserTest {
 protected:
     EntryForms() {
         set("ORVEX_TEST_ARGS", "-x fromVariable");
+        before = readEnvironment();
     }
 
     bool parseWide(std::vector<std::wstring> texts) {
@@ -48,19 +49,7 @@ protected:
         return parser.Parse(argc, block.data());
     }
 
-    // Expects that nothing was scanned, either, which only the next parse shows.
-    void expectNothingParsed() {
-        EXPECT_THAT(readState(parser), ContainerEq(readState(OrvexTestCommandLineParser())));
-        EXPECT_THAT(readEnvironment(), ContainerEq(Environment{{"ORVEX_TEST_ARGS", "-x fromVariable"}}));
-        writeEnvironment({});
-        EXPECT_TRUE(parse(parser, {"next"}));
-        EXPECT_EQ(parser.getApplicationName(), "next");
-        EXPECT_EQ(parser.getXmlFilename(), "");
-        EXPECT_EQ(parser.getOutputFilename(), "");
-        EXPECT_THAT(parser.getTestPaths(), ElementsAre());
-    }
-
-    OrvexTestCommandLineParser parser;
+    Environment before;
 };
 
 using WideForm = EntryForms;
@@ -108,7 +97,7 @@ TEST_F(WideForm, ACodePointAboveTheLastIsRefusedBeforeAnythingIsParsed) {
     EXPECT_FALSE(parseWide({codePoint(0x110000), L"-o", L"file", L"Suite"}));
     EXPECT_FALSE(parseWide({L"app", L"-o", L"file", L"Suite" + codePoint(0x110000)}));
     EXPECT_FALSE(parseWide({L"app", L"-o", L"file", codePoint(0xFFFFFFFF)}));
-    expectNothingParsed();
+    expectNothingParsed(before);
 }
 
 TEST_F(WideForm, ANullArgumentIsRefusedBeforeAnythingIsParsed) {
@@ -117,15 +106,15 @@ TEST_F(WideForm, ANullArgumentIsRefusedBeforeAnythingIsParsed) {
     wchar_t* last[] = {application.data(), nullptr};
     EXPECT_FALSE(parser.Parse(2, first));
     EXPECT_FALSE(parser.Parse(2, last));
-    expectNothingParsed();
+    expectNothingParsed(before);
 }
 
 TEST_F(WideForm, ARefusalKeepsWhatAnEarlierParseLeft) {
     ASSERT_TRUE(parseWide({L"app", L"-o", L"file", L"-tl", L"A", L"Suite"}));
-    const Snapshot state = readState(parser);
+    const Snapshot state = stateOf(parser);
     const Environment environment = readEnvironment();
     EXPECT_FALSE(parseWide({L"other", L"-o", L"other", codePoint(0x110000)}));
-    EXPECT_THAT(readState(parser), ContainerEq(state));
+    EXPECT_THAT(stateOf(parser), ContainerEq(state));
     EXPECT_THAT(readEnvironment(), ContainerEq(environment));
 }
 
@@ -135,7 +124,7 @@ TEST_F(WideForm, ANullVectorAndANegativeCountAreRefused) {
     EXPECT_FALSE(parser.Parse(1, static_cast<wchar_t**>(nullptr)));
     EXPECT_FALSE(parser.Parse(-1, argv));
     EXPECT_FALSE(parser.Parse(std::numeric_limits<int>::min(), argv));
-    expectNothingParsed();
+    expectNothingParsed(before);
 }
 
 TEST_F(WideForm, WithACountOfZeroNothingIsRead) {
@@ -143,7 +132,7 @@ TEST_F(WideForm, WithACountOfZeroNothingIsRead) {
     wchar_t* argv[] = {tooLarge.data()};
     EXPECT_TRUE(parser.Parse(0, static_cast<wchar_t**>(nullptr)));
     EXPECT_TRUE(parser.Parse(0, argv));
-    expectNothingParsed();
+    expectNothingParsed(before);
 }
 
 TEST_F(PackedForm, ParsesTheTextsOfTheBlock) {
@@ -180,19 +169,19 @@ TEST_F(PackedForm, AnEmptyTextIsRefusedBeforeAnythingIsParsed) {
     EXPECT_FALSE(parsePacked(3, {"prog", "", "Suite"}));
     EXPECT_FALSE(parsePacked(3, {"", "prog", "Suite"}));
     EXPECT_FALSE(parsePacked(4, {"prog", "-o", "file", ""}));
-    expectNothingParsed();
+    expectNothingParsed(before);
 }
 
 TEST_F(PackedForm, ANegativeCountIsRefused) {
     EXPECT_FALSE(parsePacked(-1, {"prog", "Suite"}));
     EXPECT_FALSE(parsePacked(std::numeric_limits<int>::min(), {"prog", "Suite"}));
-    expectNothingParsed();
+    expectNothingParsed(before);
 }
 
 TEST_F(PackedForm, WithACountOfZeroNothingIsRead) {
     EXPECT_TRUE(parser.Parse(0, static_cast<char*>(nullptr)));
     EXPECT_TRUE(parsePacked(0, {""}));
-    expectNothingParsed();
+    expectNothingParsed(before);
 }
 
 }  // namespace

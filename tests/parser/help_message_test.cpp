@@ -1,7 +1,7 @@
 #include "OrvexTestCommandLineParser.h"
 
+#include "parser/parser_test.h"
 #include "support/arguments.h"
-#include "support/clean_environment.h"
 
 #include <gtest/gtest.h>
 
@@ -35,23 +35,20 @@ constexpr char usage[] =
     " The contents of ORVEX_TEST_ARGS will prepended to the arguments pased con the command line."
     " The contents of _ORVEX_TEST_ARGS_ will appended to the arguments passed con the command line.";
 
-using HelpMessage = CleanEnvironmentTest;
+using HelpMessage = ParserTest;
 
 TEST_F(HelpMessage, WithoutAnyNameTheTextBeginsWithTheBracket) {
-    OrvexTestCommandLineParser parser;
     EXPECT_EQ(parser.getHelpMessage(""), usage);
     ASSERT_TRUE(parse(parser, {""}));
     EXPECT_EQ(parser.getHelpMessage(""), usage);
 }
 
 TEST_F(HelpMessage, WithoutAGivenNameTheParsedOneStandsInFront) {
-    OrvexTestCommandLineParser parser;
     ASSERT_FALSE(parse(parser, words("./mytest -? -packetsize x TestSuiteUsb")));
     EXPECT_EQ(parser.getHelpMessage(""), std::string("./mytest ") + usage);
 }
 
 TEST_F(HelpMessage, AGivenNameReplacesTheParsedOneInTheTextAlone) {
-    OrvexTestCommandLineParser parser;
     EXPECT_EQ(parser.getHelpMessage("runner"), std::string("runner ") + usage);
     ASSERT_TRUE(parse(parser, {"./mytest"}));
     EXPECT_EQ(parser.getHelpMessage("my \xC3\xA9%s\n"), std::string("my \xC3\xA9%s\n ") + usage);
@@ -59,7 +56,7 @@ TEST_F(HelpMessage, AGivenNameReplacesTheParsedOneInTheTextAlone) {
 }
 
 TEST_F(HelpMessage, HasSevenLineEndsTwoOfThemEmptyLinesAndNoneAtTheEnd) {
-    const std::string text = OrvexTestCommandLineParser().getHelpMessage("");
+    const std::string text = parser.getHelpMessage("");
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 7);
     const std::size_t first = text.find("\n\n");
     const std::size_t second = text.find("\n\n", first + 1);

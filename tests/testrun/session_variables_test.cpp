@@ -76,23 +76,6 @@ TEST_F(SessionVariables, WithoutOptionsNoneIsDefined) {
     EXPECT_EQ(parser.getTestRunInformation().transportLayers, "any");
 }
 
-TEST_F(SessionVariables, AllOptionsTogetherSetAll) {
-    EXPECT_TRUE(parse(parser, words("app -tdc_guid 1 -tdc_runname 2 -tdc_rundescription 3 -tdc_group 4 "
-                                    "-tdc_product 5 -tdc_variant=6 -tdc_userid 7 -tdc_vcsrevision 8 "
-                                    "-tdc_vcsbranch 9 -tl 10")));
-    EXPECT_THAT(readEnvironment(), ContainerEq(changed(defaults, {{"ORVEX_DEVICE_FILTER", "DeviceClass=10"},
-                                                                  {"TEST_SESSION_GUID", "1"},
-                                                                  {"TEST_SESSION_NAME", "2"},
-                                                                  {"TEST_SESSION_DESCRIPTION", "3"},
-                                                                  {"TEST_SESSION_GROUP", "4"},
-                                                                  {"TEST_PRODUCT", "5"},
-                                                                  {"TEST_PRODUCT_VARIANT", "6"},
-                                                                  {"USER_UID", "7"},
-                                                                  {"VCS_REVISION", "8"},
-                                                                  {"VCS_BRANCH", "9"},
-                                                                  {"TRANSPORT_LAYER", "10"}})));
-}
-
 TEST_F(SessionVariables, FieldsOfTheRecordWithoutAVariableAreNotExported) {
     EXPECT_TRUE(parse(parser, words("app -pcname a -osname b -tdc_dxml c -testname d -ostype e -bit f")));
     EXPECT_THAT(readEnvironment(), ContainerEq(defaults));
