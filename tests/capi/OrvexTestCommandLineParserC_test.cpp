@@ -127,11 +127,11 @@ TEST_F(CInterface, HelpMessageBeginsWithTheNameThatIsGivenOrParsed) {
         for (const auto& name : names) {
             const std::string expected = OrvexTestCommandLineParser().getHelpMessage(name.expected);
             const std::size_t needed = OrvexTestCommandLineParser_GetHelpMessage(name.given, nullptr, 0);
-            EXPECT_EQ(needed, expected.size() + 1);
+            ASSERT_EQ(needed, expected.size() + 1);
             GuardedBuffer buffer(needed);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage(name.given, buffer.data(), needed),
+            ASSERT_EQ(OrvexTestCommandLineParser_GetHelpMessage(name.given, buffer.data(), needed),
                       needed - 1);
-            EXPECT_EQ(buffer.text(0, needed), expected + '\0');
+            ASSERT_EQ(buffer.text(0, needed), expected + '\0');
             buffer.expectGuardsUntouched();
         }
     });
@@ -142,8 +142,8 @@ TEST_F(CInterface, HelpMessageIsNotWrittenToABufferThatIsTooSmall) {
         const std::size_t length = OrvexTestCommandLineParser().getHelpMessage("prog").size();
         for (const std::size_t size : {std::size_t{0}, std::size_t{1}, length - 1, length}) {
             GuardedBuffer buffer(length + 1);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), size), length + 1);
-            EXPECT_THAT(buffer.bytes, Each(untouched)) << size;
+            ASSERT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), size), length + 1);
+            ASSERT_THAT(buffer.bytes, Each(untouched)) << size;
         }
     });
 }
@@ -154,11 +154,11 @@ TEST_F(CInterface, HelpMessageLeavesTheBytesAfterItsTerminatorUntouched) {
         // The largest size shows that the comparison is unsigned.
         for (const std::size_t size : {expected.size() + 2, SIZE_MAX}) {
             GuardedBuffer buffer(expected.size() + 1);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), size),
+            ASSERT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), size),
                       expected.size());
-            EXPECT_EQ(buffer.text(0, buffer.size), expected + '\0');
+            ASSERT_EQ(buffer.text(0, buffer.size), expected + '\0');
             buffer.expectGuardsUntouched();
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", nullptr, size), expected.size() + 1);
+            ASSERT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", nullptr, size), expected.size() + 1);
         }
     });
 }
@@ -211,9 +211,9 @@ TEST_F(CInterface, InformationEndsBeforeTheFirstTextOfMoreThan255Bytes) {
         EXPECT_EQ(parseNarrow({"mytest"}), 1);
         for (auto row = std::rbegin(slots); row != std::rend(slots); ++row) {
             SCOPED_TRACE(row->option);
-            EXPECT_EQ(parseNarrow({"mytest", row->option + fill(256)}), 1);
+            ASSERT_EQ(parseNarrow({"mytest", row->option + fill(256)}), 1);
             expected.erase(expected.lower_bound(row->slot), expected.end());
-            expectInformation(0, expected);
+            ASSERT_NO_FATAL_FAILURE(expectInformation(0, expected));
         }
     });
 }

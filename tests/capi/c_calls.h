@@ -52,7 +52,7 @@ struct GuardedBuffer {
 // Compares all 4096 bytes; a slot that is not named is all zeros.
 inline void expectInformation(int expectedResult, const std::map<std::size_t, std::string>& expectedSlots) {
     GuardedBuffer buffer(4096);
-    EXPECT_EQ(OrvexTestCommandLineParser_GetTestRunInformation(buffer.data()), expectedResult);
+    ASSERT_EQ(OrvexTestCommandLineParser_GetTestRunInformation(buffer.data()), expectedResult);
     std::map<std::size_t, std::string> slots;
     for (std::size_t slot = 0; slot < 16; ++slot) {
         const std::string bytes = buffer.text(256 * slot, 256);
@@ -61,7 +61,7 @@ inline void expectInformation(int expectedResult, const std::map<std::size_t, st
             slots[slot] = bytes.substr(0, last + 1);
         }
     }
-    EXPECT_THAT(slots, ::testing::ContainerEq(expectedSlots));
+    ASSERT_THAT(slots, ::testing::ContainerEq(expectedSlots));
     buffer.expectGuardsUntouched();
 }
 

@@ -33,8 +33,8 @@ protected:
         const Environment before = readEnvironment();
         for (const Row& row : rows) {
             std::string text = row.text;
-            EXPECT_EQ(orvex::expandEnvironmentReferences(text), row.result) << row.text;
-            EXPECT_EQ(text, row.expected) << row.text;
+            ASSERT_EQ(orvex::expandEnvironmentReferences(text), row.result) << row.text;
+            ASSERT_EQ(text, row.expected) << row.text;
         }
         EXPECT_EQ(readEnvironment(), before);
     }

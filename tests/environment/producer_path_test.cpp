@@ -42,14 +42,14 @@ TEST_F(ProducerPath, ReferencesInTheOldValueAreNotExpandedAgain) {
     for (const char* value :
          {"$(HOMEDIR)", "%HOMEDIR%", "a%b", "$$", "$(GENICAM_GENTL64_PATH)", "$(", "\x01\xFF"}) {
         set("GENICAM_GENTL64_PATH", value);
-        EXPECT_EQ(pathAfterParse("DravikGTC"), directories + value);
+        ASSERT_EQ(pathAfterParse("DravikGTC"), directories + value);
     }
 }
 
 TEST_F(ProducerPath, NameAnywhereInTheListAsksForTheProducers) {
     for (const char* tlList : {"DravikGTCx", "DravikGigE:DravikGTC", "A,DravikGTC,B"}) {
         set("GENICAM_GENTL64_PATH", "/x/gtl");
-        EXPECT_EQ(pathAfterParse(tlList), directories + "/x/gtl") << tlList;
+        ASSERT_EQ(pathAfterParse(tlList), directories + "/x/gtl") << tlList;
     }
 }
 
@@ -57,7 +57,7 @@ TEST_F(ProducerPath, ListWithoutTheNameLeavesTheVariable) {
     EXPECT_EQ(pathAfterParse("DravikGigE"), "(undefined)");
     for (const char* tlList : {"", "DravikGigE", "dravikgtc", "DravikGT", "Dravik,GTC"}) {
         set("GENICAM_GENTL64_PATH", "/x/gtl");
-        EXPECT_EQ(pathAfterParse(tlList), "/x/gtl") << tlList;
+        ASSERT_EQ(pathAfterParse(tlList), "/x/gtl") << tlList;
     }
 }
 

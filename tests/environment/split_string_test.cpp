@@ -30,8 +30,8 @@ TEST(SplitString, AppendsThePartsBetweenTheDelimiters) {
         Parts expected = {"before"};
         expected.insert(expected.end(), row.parts.begin(), row.parts.end());
         Parts parts = {"before"};
-        EXPECT_TRUE(orvex::splitString(row.text, ':', parts)) << row.text;
-        EXPECT_EQ(parts, expected) << row.text;
+        ASSERT_TRUE(orvex::splitString(row.text, ':', parts)) << row.text;
+        ASSERT_EQ(parts, expected) << row.text;
     }
 }
 

@@ -34,8 +34,8 @@ protected:
             SCOPED_TRACE(row.arguments);
             writeEnvironment({});
             OrvexTestCommandLineParser parser;
-            EXPECT_TRUE(parse(parser, words(row.arguments)));
-            EXPECT_THAT(transportVariables(), ContainerEq(changed(defaults, row.variables)));
+            ASSERT_TRUE(parse(parser, words(row.arguments)));
+            ASSERT_THAT(transportVariables(), ContainerEq(changed(defaults, row.variables)));
         }
     }
 
@@ -49,9 +49,9 @@ protected:
             SCOPED_TRACE(row.tlList);
             writeEnvironment({});
             OrvexTestCommandLineParser parser;
-            EXPECT_TRUE(parse(parser, {"app", "-tl", row.tlList}));
-            EXPECT_EQ(get("ORVEX_DEVICE_FILTER"), row.deviceFilter);
-            EXPECT_EQ(get("ORVEX_GIGE_STREAMPARAMS"), row.streamParameters);
+            ASSERT_TRUE(parse(parser, {"app", "-tl", row.tlList}));
+            ASSERT_EQ(get("ORVEX_DEVICE_FILTER"), row.deviceFilter);
+            ASSERT_EQ(get("ORVEX_GIGE_STREAMPARAMS"), row.streamParameters);
         }
     }
 
@@ -163,8 +163,8 @@ TEST_F(TransportVariables, ANumberThatBeginsWithADigitIsExportedAsItStands) {
              {"0", "9", "12abc", "3x", "007 ", "5\xFF\n", "99999999999999999999", "6$(A)%"}) {
             SCOPED_TRACE(std::string(option.name) + value);
             OrvexTestCommandLineParser fresh;
-            EXPECT_TRUE(parse(fresh, {"app", std::string(option.name) + value}));
-            EXPECT_EQ(get(option.variable), std::string(option.prefix) + value);
+            ASSERT_TRUE(parse(fresh, {"app", std::string(option.name) + value}));
+            ASSERT_EQ(get(option.variable), std::string(option.prefix) + value);
         }
     }
 }
@@ -175,8 +175,8 @@ TEST_F(TransportVariables, ANumberThatBeginsWithAnythingElseFails) {
         for (const char* value : {"x3", " 1", "-1", "+1", ".5", "\t1", "inf", "\xB2", "/1", ":1"}) {
             SCOPED_TRACE(std::string(option.name) + value);
             OrvexTestCommandLineParser fresh;
-            EXPECT_FALSE(parse(fresh, {"app", std::string(option.name) + value}));
-            EXPECT_EQ(get(option.variable), "before");
+            ASSERT_FALSE(parse(fresh, {"app", std::string(option.name) + value}));
+            ASSERT_EQ(get(option.variable), "before");
         }
         writeEnvironment({});
     }
@@ -210,8 +210,8 @@ TEST_F(TransportVariables, ABadNumberLeavesTheVariablesThatComeBeforeItSet) {
         SCOPED_TRACE(row.badOption);
         writeEnvironment({});
         OrvexTestCommandLineParser fresh;
-        EXPECT_FALSE(parse(fresh, words(valid + row.badOption)));
-        EXPECT_THAT(readEnvironment(), ContainerEq(row.variables));
+        ASSERT_FALSE(parse(fresh, words(valid + row.badOption)));
+        ASSERT_THAT(readEnvironment(), ContainerEq(row.variables));
     }
 }
 
@@ -219,8 +219,8 @@ TEST_F(TransportVariables, ADefinedExtraTransportLayerStaysAsItIs) {
     for (const char* value : {"", "0"}) {
         set("ORVEX_GTC_USE_EXTRA_TL", value);
         OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, {"app"}));
-        EXPECT_EQ(get("ORVEX_GTC_USE_EXTRA_TL"), value);
+        ASSERT_TRUE(parse(fresh, {"app"}));
+        ASSERT_EQ(get("ORVEX_GTC_USE_EXTRA_TL"), value);
     }
 }
 

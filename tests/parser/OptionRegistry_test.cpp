@@ -77,11 +77,11 @@ TEST_F(Registry, NamesAreTrimmedWhenTheyAreAskedFor) {
     registry.parseTokens({"app", "-o", "file", "-w", "-tl", "A"});
     for (const std::string dashes : {"", "-", "--"}) {
         SCOPED_TRACE("\"" + dashes + "\" in front");
-        EXPECT_TRUE(registry.isValueOption(dashes + "o"));
-        EXPECT_TRUE(registry.isMultiValueOption(dashes + "tl"));
-        EXPECT_TRUE(registry.hasOption(dashes + "w"));
-        EXPECT_EQ(registry.getValue(dashes + "o").str(), "file");
-        EXPECT_EQ(registry.getJoinedValues(dashes + "tl", ","), "A");
+        ASSERT_TRUE(registry.isValueOption(dashes + "o"));
+        ASSERT_TRUE(registry.isMultiValueOption(dashes + "tl"));
+        ASSERT_TRUE(registry.hasOption(dashes + "w"));
+        ASSERT_EQ(registry.getValue(dashes + "o").str(), "file");
+        ASSERT_EQ(registry.getJoinedValues(dashes + "tl", ","), "A");
     }
 }
 
@@ -103,18 +103,18 @@ TEST(RegistryTokens, LeadingDashesAreTrimmedUnlessThereIsNothingElse) {
     } rows[] = {{"", ""},    {"-", "-"},     {"---", "---"}, {"--help", "help"}, {"o", "o"},
                 {"-o", "o"}, {"--a-", "a-"}, {"-=x", "=x"},  {" -x", " -x"},     {"+x", "+x"}};
     for (const auto& row : rows) {
-        EXPECT_EQ(OptionRegistry::trimLeadingDashes(row.text), row.expected) << row.text;
+        ASSERT_EQ(OptionRegistry::trimLeadingDashes(row.text), row.expected) << row.text;
     }
 }
 
 TEST(RegistryTokens, NumbersAreWhatTheStandardExtractionReads) {
     for (const char* token : {"0", "5", "+5", "-5", "-0.25", "-.5", "-5.", "-1e3", "-1E-3", " -5", "-5 x",
                               "-5=x", "-5-5", "-5.5.5", "-1.7976931348623157e308"}) {
-        EXPECT_TRUE(OptionRegistry::isNumber(token)) << token;
+        ASSERT_TRUE(OptionRegistry::isNumber(token)) << token;
     }
     for (const char* token :
          {"", "-", "--5", "-+5", "- 5", "-x", "-help", "-e5", "-.", "-,5", "-1e", "x5", "Suite", "-1e400"}) {
-        EXPECT_FALSE(OptionRegistry::isNumber(token)) << token;
+        ASSERT_FALSE(OptionRegistry::isNumber(token)) << token;
     }
 }
 
@@ -124,17 +124,17 @@ TEST(RegistryTokens, NumbersThatStandardLibrariesReadDifferentlyAreLeftToThem) {
         std::istringstream stream(token);
         double number = 0;
         stream >> number;
-        EXPECT_EQ(OptionRegistry::isNumber(token), !stream.fail()) << token;
-        EXPECT_EQ(OptionRegistry::isOptionToken(token), stream.fail()) << token;
+        ASSERT_EQ(OptionRegistry::isNumber(token), !stream.fail()) << token;
+        ASSERT_EQ(OptionRegistry::isOptionToken(token), stream.fail()) << token;
     }
 }
 
 TEST(RegistryTokens, OptionsBeginWithADashAndAreNoNumbers) {
     for (const char* token : {"-", "--", "-x", "--x", "-?", "-=", "- 5", "--5", "-\xC3\xA9"}) {
-        EXPECT_TRUE(OptionRegistry::isOptionToken(token)) << token;
+        ASSERT_TRUE(OptionRegistry::isOptionToken(token)) << token;
     }
     for (const char* token : {"", "x", "x-", "/x", "+x", "=", " -x", "5", "-5", "-0.25", "-.5", "-1e3"}) {
-        EXPECT_FALSE(OptionRegistry::isOptionToken(token)) << token;
+        ASSERT_FALSE(OptionRegistry::isOptionToken(token)) << token;
     }
 }
 
@@ -164,8 +164,8 @@ TEST_F(Registry, TheStreamOverAnAbsentValueHasFailedAlready) {
     for (const char* name : {"o", "x", "w", "never", ""}) {
         SCOPED_TRACE(name);
         const std::istringstream stream = registry.getValue(name);
-        EXPECT_EQ(stream.rdstate(), std::ios_base::failbit);
-        EXPECT_EQ(stream.str(), "");
+        ASSERT_EQ(stream.rdstate(), std::ios_base::failbit);
+        ASSERT_EQ(stream.str(), "");
     }
 }
 
@@ -174,8 +174,8 @@ TEST_F(Registry, TheStreamOverAnEmptyTextHasNotFailed) {
     for (const char* name : {"o", "tl"}) {
         SCOPED_TRACE(name);
         const std::istringstream stream = registry.getValue(name);
-        EXPECT_EQ(stream.rdstate(), std::ios_base::goodbit);
-        EXPECT_EQ(stream.str(), "");
+        ASSERT_EQ(stream.rdstate(), std::ios_base::goodbit);
+        ASSERT_EQ(stream.str(), "");
     }
 }
 

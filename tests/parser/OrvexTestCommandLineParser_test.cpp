@@ -114,8 +114,8 @@ TEST_F(Parse, RegisteredOptionsTakeTheNextArgument) {
              "tdc_guid tdc_runname tdc_rundescription tdc_group tdc_userid tdc_product tdc_vcsbranch "
              "tdc_vcsrevision")) {
         OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, {"app", "-" + name, "1", "Suite"})) << name;
-        EXPECT_THAT(fresh.getTestPaths(), ElementsAre("Suite")) << name;
+        ASSERT_TRUE(parse(fresh, {"app", "-" + name, "1", "Suite"})) << name;
+        ASSERT_THAT(fresh.getTestPaths(), ElementsAre("Suite")) << name;
     }
 }
 
@@ -123,8 +123,8 @@ TEST_F(Parse, OtherOptionsLeaveTheNextArgumentAlone) {
     for (const std::string& name :
          words("? h H help w tdc_variant tdc_name tdc_pcname tdc_osname tdc_testname O X TL P tls unknown")) {
         OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, {"app", "-" + name, "1", "Suite"})) << name;
-        EXPECT_THAT(fresh.getTestPaths(), ElementsAre("1", "Suite")) << name;
+        ASSERT_TRUE(parse(fresh, {"app", "-" + name, "1", "Suite"})) << name;
+        ASSERT_THAT(fresh.getTestPaths(), ElementsAre("1", "Suite")) << name;
     }
 }
 
@@ -164,10 +164,10 @@ TEST_F(Parse, KnowsTheHelpAndWaitSwitches) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.arguments);
         OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, words(row.arguments)));
-        EXPECT_EQ(fresh.helpRequested(), row.help);
-        EXPECT_EQ(fresh.waitBeforeExit(), row.wait);
-        EXPECT_EQ(fresh.getTestPaths(), row.testPaths);
+        ASSERT_TRUE(parse(fresh, words(row.arguments)));
+        ASSERT_EQ(fresh.helpRequested(), row.help);
+        ASSERT_EQ(fresh.waitBeforeExit(), row.wait);
+        ASSERT_EQ(fresh.getTestPaths(), row.testPaths);
     }
 }
 
@@ -175,9 +175,9 @@ TEST_F(Parse, FailsAtAMalformedNumberAfterTheFieldsWereAssigned) {
     for (const std::string name : {"camemu", "packetdelay", "packetsize", "socketbuffer"}) {
         SCOPED_TRACE(name);
         OrvexTestCommandLineParser fresh;
-        EXPECT_FALSE(
+        ASSERT_FALSE(
             parse(fresh, words("app -" + name + " x1 -o out -x report -tl A -h -w -tdc_group g Suite")));
-        EXPECT_THAT(stateOf(fresh), ContainerEq(changed(newState, {{"applicationName", "app"},
+        ASSERT_THAT(stateOf(fresh), ContainerEq(changed(newState, {{"applicationName", "app"},
                                                                    {"outputFilename", "out"},
                                                                    {"xmlFilename", "report"},
                                                                    {"tlList", "A"},
@@ -185,8 +185,8 @@ TEST_F(Parse, FailsAtAMalformedNumberAfterTheFieldsWereAssigned) {
                                                                    {"waitBeforeExit", "yes"},
                                                                    {"testPaths", "Suite "},
                                                                    {"firstTestPath", "Suite"}})));
-        EXPECT_EQ(get("TEST_SESSION_GROUP"), "(undefined)");
-        EXPECT_EQ(get("TRANSPORT_LAYER"), "(undefined)");
+        ASSERT_EQ(get("TEST_SESSION_GROUP"), "(undefined)");
+        ASSERT_EQ(get("TRANSPORT_LAYER"), "(undefined)");
     }
 }
 

@@ -48,7 +48,7 @@ TEST_F(Accessors, BeforeAnyParseEverythingIsEmpty) {
     EXPECT_FALSE(parser.helpRequested());
     EXPECT_FALSE(parser.waitBeforeExit());
     for (const auto& [name, text] : stateOf(parser)) {
-        EXPECT_TRUE(text.empty() || name == "helpRequested" || name == "waitBeforeExit")
+        ASSERT_TRUE(text.empty() || name == "helpRequested" || name == "waitBeforeExit")
             << name << ": " << text;
     }
 }

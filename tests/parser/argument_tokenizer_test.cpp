@@ -26,7 +26,7 @@ struct Row {
 
 void expectTokens(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
-        EXPECT_EQ(split(row.text), row.expected) << "from " << ::testing::PrintToString(row.text);
+        ASSERT_EQ(split(row.text), row.expected) << "from " << ::testing::PrintToString(row.text);
     }
 }
 
@@ -147,9 +147,9 @@ TEST(Tokenizer, AQuoteThatIsNotClosedIsAnErrorAndLeavesTheTokensAsTheyWere) {
             orvex::splitArgumentString(text, tokens);
             ADD_FAILURE() << "nothing was thrown";
         } catch (const std::runtime_error& error) {
-            EXPECT_STREQ(error.what(), "Starting quote has no ending quote.");
+            ASSERT_STREQ(error.what(), "Starting quote has no ending quote.");
         }
-        EXPECT_THAT(tokens, ElementsAre("old", ""));
+        ASSERT_THAT(tokens, ElementsAre("old", ""));
     }
 }
 

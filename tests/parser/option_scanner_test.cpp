@@ -132,7 +132,7 @@ TEST(OptionScanner, TheFirstTokenIsDroppedOnlyWhenThereIsAPositionalAlready) {
         OptionRegistry registry = newRegistry();
         registry.parseTokens(row.first);
         registry.parseTokens(row.second);
-        EXPECT_EQ(registry.getPositionals(), row.expected);
+        ASSERT_EQ(registry.getPositionals(), row.expected);
     }
 }
 
@@ -294,7 +294,7 @@ TEST(OptionScannerMode, GroupedShortFlags) {
         {"app -x\xC3\xA9", "x \xC3 \xA9", "app | x \xC3 \xA9"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(scannedInMode(mode, row.tokens, row.names), row.expected) << row.tokens;
+        ASSERT_EQ(scannedInMode(mode, row.tokens, row.names), row.expected) << row.tokens;
     }
     EXPECT_EQ(scannedInMode(mode | OptionRegistry::UnknownTakesValue, "app -ab V", "a b"), "app V | a b");
     EXPECT_EQ(scannedInMode(mode | OptionRegistry::NoInlineValue, "app -u=o V", "u = o"), "app | u = o='V'");

@@ -60,20 +60,20 @@ TEST(WideToUtf8, CodePointsAtTheBoundsOfEachLength) {
     for (const auto& row : rows) {
         SCOPED_TRACE(::testing::Message() << std::hex << "code point 0x" << row.value);
         const int needed = static_cast<int>(row.bytes.size()) + 1;
-        EXPECT_EQ(convertWideToUtf8(codePoint(row.value).c_str(), nullptr, 0), needed);
+        ASSERT_EQ(convertWideToUtf8(codePoint(row.value).c_str(), nullptr, 0), needed);
         const Conversion conversion = convert(codePoint(row.value), needed);
-        EXPECT_EQ(conversion.result, needed);
-        EXPECT_EQ(conversion.buffer, row.bytes + "0");
-        EXPECT_EQ(conversion.bytesAfter, "ZZ");
+        ASSERT_EQ(conversion.result, needed);
+        ASSERT_EQ(conversion.buffer, row.bytes + "0");
+        ASSERT_EQ(conversion.bytesAfter, "ZZ");
     }
 }
 
 TEST(WideToUtf8, CodePointsAboveTheLastAreRefused) {
     for (const std::uint32_t value : {0x110000U, 0x1FFFFFU, 0x7FFFFFFFU, 0x80000041U, 0xFFFFFFFFU}) {
         SCOPED_TRACE(::testing::Message() << std::hex << "code point 0x" << value);
-        EXPECT_EQ(convertWideToUtf8(codePoint(value).c_str(), nullptr, 0), -2);
-        EXPECT_EQ(convert(L"ab" + codePoint(value), 100).result, -2);
-        EXPECT_EQ(convert(L"ab" + codePoint(value), 2).result, -2) << "where the text is only counted";
+        ASSERT_EQ(convertWideToUtf8(codePoint(value).c_str(), nullptr, 0), -2);
+        ASSERT_EQ(convert(L"ab" + codePoint(value), 100).result, -2);
+        ASSERT_EQ(convert(L"ab" + codePoint(value), 2).result, -2) << "where the text is only counted";
     }
 }
 
@@ -94,8 +94,8 @@ TEST(WideToUtf8, NullSourceAndNegativeSizeAreRefused) {
 
 TEST(WideToUtf8, WithoutADestinationTheSizeDoesNotMatter) {
     for (const int size : {0, 1, 2, 6, 7, 8, std::numeric_limits<int>::max()}) {
-        EXPECT_EQ(convertWideToUtf8(L"a\u00E9\u20AC", nullptr, size), 7) << size;
-        EXPECT_EQ(convertWideToUtf8(L"", nullptr, size), 1) << size;
+        ASSERT_EQ(convertWideToUtf8(L"a\u00E9\u20AC", nullptr, size), 7) << size;
+        ASSERT_EQ(convertWideToUtf8(L"", nullptr, size), 1) << size;
     }
 }
 
@@ -109,9 +109,9 @@ void expectForEverySize(const std::wstring& source, const std::vector<SizeRow>& 
     for (const SizeRow& row : rows) {
         SCOPED_TRACE(::testing::Message() << "size " << row.size);
         const Conversion conversion = convert(source, row.size);
-        EXPECT_EQ(conversion.result, row.result);
-        EXPECT_EQ(conversion.buffer, row.buffer);
-        EXPECT_EQ(conversion.bytesAfter, "ZZ");
+        ASSERT_EQ(conversion.result, row.result);
+        ASSERT_EQ(conversion.buffer, row.buffer);
+        ASSERT_EQ(conversion.bytesAfter, "ZZ");
     }
 }
 

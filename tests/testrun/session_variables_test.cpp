@@ -55,7 +55,7 @@ protected:
 
 TEST_F(SessionVariables, AnOptionSetsItsVariableAndNoOther) {
     for (const auto& row : rows) {
-        EXPECT_THAT(afterParse(row.option + "=a value"),
+        ASSERT_THAT(afterParse(row.option + "=a value"),
                     ContainerEq(changed(inherited(), {{row.variable, "a value"}})))
             << row.option;
     }
@@ -63,8 +63,8 @@ TEST_F(SessionVariables, AnOptionSetsItsVariableAndNoOther) {
 
 TEST_F(SessionVariables, AnEmptyOrAbsentValueLeavesTheVariable) {
     for (const auto& row : rows) {
-        EXPECT_THAT(afterParse(row.option + "="), ContainerEq(inherited())) << row.option;
-        EXPECT_THAT(afterParse(row.option), ContainerEq(inherited())) << row.option;
+        ASSERT_THAT(afterParse(row.option + "="), ContainerEq(inherited())) << row.option;
+        ASSERT_THAT(afterParse(row.option), ContainerEq(inherited())) << row.option;
     }
 }
 

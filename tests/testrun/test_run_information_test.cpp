@@ -62,8 +62,8 @@ TEST_F(Record, AnOptionFillsItsFieldsAndNoOther) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.option);
         OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, {"app", row.option, "old"}));
-        EXPECT_THAT(snapshotOf(fresh.getTestRunInformation()), ContainerEq(recordWith(row.fields, "old")));
+        ASSERT_TRUE(parse(fresh, {"app", row.option, "old"}));
+        ASSERT_THAT(snapshotOf(fresh.getTestRunInformation()), ContainerEq(recordWith(row.fields, "old")));
     }
 }
 
@@ -71,9 +71,9 @@ TEST_F(Record, AnEmptyOrAbsentValueLeavesTheDefault) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.option);
         OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, {"app", row.option, ""}));
-        EXPECT_TRUE(parse(fresh, {"app", row.option}));
-        EXPECT_THAT(snapshotOf(fresh.getTestRunInformation()), ContainerEq(defaultRecord));
+        ASSERT_TRUE(parse(fresh, {"app", row.option, ""}));
+        ASSERT_TRUE(parse(fresh, {"app", row.option}));
+        ASSERT_THAT(snapshotOf(fresh.getTestRunInformation()), ContainerEq(defaultRecord));
     }
 }
 
@@ -81,9 +81,9 @@ TEST_F(Record, ASecondParseTakesANewValue) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.option);
         OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, {"app", row.option, "old"}));
-        EXPECT_TRUE(parse(fresh, {"app", row.option, "new"}));
-        EXPECT_THAT(snapshotOf(fresh.getTestRunInformation()),
+        ASSERT_TRUE(parse(fresh, {"app", row.option, "old"}));
+        ASSERT_TRUE(parse(fresh, {"app", row.option, "new"}));
+        ASSERT_THAT(snapshotOf(fresh.getTestRunInformation()),
                     ContainerEq(recordWith(row.fields, row.afterNew)));
     }
 }
@@ -92,9 +92,9 @@ TEST_F(Record, ASecondParseKeepsWhatAnEmptyValueDoesNotReplaceButForTheGroup) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.option);
         OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, {"app", row.option, "old"}));
-        EXPECT_TRUE(parse(fresh, {"app", row.option, ""}));
-        EXPECT_THAT(snapshotOf(fresh.getTestRunInformation()),
+        ASSERT_TRUE(parse(fresh, {"app", row.option, "old"}));
+        ASSERT_TRUE(parse(fresh, {"app", row.option, ""}));
+        ASSERT_THAT(snapshotOf(fresh.getTestRunInformation()),
                     ContainerEq(recordWith(row.fields, row.afterEmpty)));
     }
 }
