@@ -23,6 +23,10 @@ Environment transportVariables() {
     return variables;
 }
 
+// What tables of transport layers name often.
+const char* const none = "(undefined)";
+const char* const gigeOnly = "DeviceClass=DravikGigE";
+
 class TransportVariables : public CleanEnvironmentTest {
 protected:
     struct Row {
@@ -90,7 +94,6 @@ TEST_F(TransportVariables, EmptyTextsAndOptionsWithoutAValueLeaveTheDefaults) {
 }
 
 TEST_F(TransportVariables, DeviceClassesAreUniqueAndInByteOrder) {
-    const char* const none = "(undefined)";
     expectLayers({
         {"c,a,b", "DeviceClass=a||DeviceClass=b||DeviceClass=c", none},
         {"a,b,a", "DeviceClass=a||DeviceClass=b", none},
@@ -102,7 +105,6 @@ TEST_F(TransportVariables, DeviceClassesAreUniqueAndInByteOrder) {
 }
 
 TEST_F(TransportVariables, EmptyEntriesAreSkippedAndEmptyClassesAreNot) {
-    const char* const none = "(undefined)";
     expectLayers({
         {"a,,b", "DeviceClass=a||DeviceClass=b", none},
         {",a", "DeviceClass=a", none},
@@ -114,14 +116,12 @@ TEST_F(TransportVariables, EmptyEntriesAreSkippedAndEmptyClassesAreNot) {
 }
 
 TEST_F(TransportVariables, OnlyTheSecondPartAfterDravikGigEIsADriver) {
-    const char* const none = "(undefined)";
-    const char* const filter = "DeviceClass=DravikGigE";
     expectLayers({
-        {"DravikGigE:SocketDriver", filter, "Type=SocketDriver"},
-        {"DravikGigE:SocketDriver:more", filter, "Type=SocketDriver"},
-        {"DravikGigE,DravikGigE:SocketDriver", filter, "Type=SocketDriver"},
-        {"DravikGigE:", filter, none},
-        {"DravikGigE::more", filter, "Type="},
+        {"DravikGigE:SocketDriver", gigeOnly, "Type=SocketDriver"},
+        {"DravikGigE:SocketDriver:more", gigeOnly, "Type=SocketDriver"},
+        {"DravikGigE,DravikGigE:SocketDriver", gigeOnly, "Type=SocketDriver"},
+        {"DravikGigE:", gigeOnly, none},
+        {"DravikGigE::more", gigeOnly, "Type="},
         {"OtherClass:SocketDriver", "DeviceClass=OtherClass", none},
         {"dravikgige:SocketDriver", "DeviceClass=dravikgige", none},
         {"DravikGigEx:SocketDriver", "DeviceClass=DravikGigEx", none},
@@ -129,13 +129,12 @@ TEST_F(TransportVariables, OnlyTheSecondPartAfterDravikGigEIsADriver) {
 }
 
 TEST_F(TransportVariables, OfSeveralDriversTheLastInByteOrderCounts) {
-    const char* const filter = "DeviceClass=DravikGigE";
     expectLayers({
-        {"DravikGigE:SocketDriver,DravikGigE:WindowsFilterDriver", filter, "Type=WindowsFilterDriver"},
-        {"DravikGigE:WindowsFilterDriver,DravikGigE:SocketDriver", filter, "Type=WindowsFilterDriver"},
-        {"DravikGigE:a,DravikGigE:Z", filter, "Type=a"},
-        {"DravikGigE:\x80,DravikGigE:z", filter, "Type=\x80"},
-        {"DravikGigE:A,DravikGigE::more", filter, "Type=A"},
+        {"DravikGigE:SocketDriver,DravikGigE:WindowsFilterDriver", gigeOnly, "Type=WindowsFilterDriver"},
+        {"DravikGigE:WindowsFilterDriver,DravikGigE:SocketDriver", gigeOnly, "Type=WindowsFilterDriver"},
+        {"DravikGigE:a,DravikGigE:Z", gigeOnly, "Type=a"},
+        {"DravikGigE:\x80,DravikGigE:z", gigeOnly, "Type=\x80"},
+        {"DravikGigE:A,DravikGigE::more", gigeOnly, "Type=A"},
     });
 }
 

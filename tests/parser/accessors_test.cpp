@@ -113,7 +113,7 @@ TEST_F(Accessors, ConstructionAndDestructionLeaveTheEnvironmentAlone) {
     set("ORVEX_TEST_ARGS", "-o file Suite");
     set("_ORVEX_TEST_ARGS_", "'");
     const Environment before = readEnvironment();
-    { const OrvexTestCommandLineParser parser; }
+    { const OrvexTestCommandLineParser shortLived; }
     EXPECT_THAT(readEnvironment(), ContainerEq(before));
 }
 

@@ -105,7 +105,8 @@ TEST(Tokenizer, EmptyQuotesAreAnEmptyToken) {
 }
 
 TEST(Tokenizer, EscapesAreNotTranslated) {
-    expectTokens({{"\\n\\t", {"nt"}}, {"\"\\0\\x41\"", {"0x41"}}, {"\\\"x y\\\"", {"\"x", "y\""}}});
+    expectTokens(
+        {{"\\n\\t", {"nt"}}, {"\"\\0\\x41\"", {"0x41"}}, {"\\\"x\\\"", {"\"x\""}}, {"a\\ b", {"a b"}}});
 }
 
 TEST(Tokenizer, RunsOfSeparatorsMakeNoTokens) {

@@ -52,7 +52,7 @@ TEST_F(HelpMessage, WithoutAGivenNameTheParsedOneStandsInFront) {
 }
 
 TEST_F(HelpMessage, AGivenNameReplacesTheParsedOneInTheTextAlone) {
-    EXPECT_EQ(parser.getHelpMessage("runner"), "runner " + withoutName);
+    ASSERT_EQ(parser.getHelpMessage("runner"), "runner " + withoutName);
     ASSERT_TRUE(parse(parser, {"./mytest"}));
     EXPECT_EQ(parser.getHelpMessage("my \xC3\xA9%s"), "my \xC3\xA9%s " + withoutName);
     EXPECT_EQ(parser.getApplicationName(), "./mytest");
