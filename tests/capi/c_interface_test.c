@@ -18,10 +18,6 @@ static int failures = 0;
         }                                                                                 \
     } while (0)
 
-#define SLOT(n) (information + (n)*ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE)
-
-static char information[ORVEX_TEST_RUN_INFORMATION_SIZE];
-
 static void checkBeforeAnyParse(void) {
     CHECK(OrvexTestCommandLineParser_GetTestRunInformation(NULL) == 0);
     CHECK(OrvexTestCommandLineParser_Parse(0, NULL) == 1);
@@ -37,6 +33,7 @@ static void checkParse(void) {
     char guid[] = "-tdc_guid=1234";
     char path[] = "TestSuiteUsb";
     char* arguments[] = {name, xml, output, guid, path};
+    char slots[16][ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE];
 
     CHECK(OrvexTestCommandLineParser_Parse(5, arguments) == 1);
     CHECK(strcmp(OrvexTestCommandLineParser_GetApplicationName(), "./mytest") == 0);
@@ -45,10 +42,10 @@ static void checkParse(void) {
     CHECK(strcmp(OrvexTestCommandLineParser_GetTestPath(), "TestSuiteUsb") == 0);
     CHECK(OrvexTestCommandLineParser_GetWaitBeforeExit() == 0);
     CHECK(OrvexTestCommandLineParser_GetHelpRequested() == 0);
-    CHECK(OrvexTestCommandLineParser_GetTestRunInformation(information) == 1);
-    CHECK(strcmp(SLOT(0), "orvex") == 0);
-    CHECK(strcmp(SLOT(1), "1234") == 0);
-    CHECK(strcmp(SLOT(13), "any") == 0);
+    CHECK(OrvexTestCommandLineParser_GetTestRunInformation(slots[0]) == 1);
+    CHECK(strcmp(slots[0], "orvex") == 0);
+    CHECK(strcmp(slots[1], "1234") == 0);
+    CHECK(strcmp(slots[13], "any") == 0);
 }
 
 static void checkWideParse(void) {

@@ -31,6 +31,7 @@ protected:
 
     bool parseWide(std::vector<std::wstring> texts) {
         std::vector<wchar_t*> pointers;
+        pointers.reserve(texts.size());
         for (std::wstring& text : texts) {
             pointers.push_back(text.data());
         }
