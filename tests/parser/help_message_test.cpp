@@ -58,6 +58,11 @@ TEST_F(HelpMessage, AGivenNameReplacesTheParsedOneInTheTextAlone) {
     EXPECT_EQ(parser.getApplicationName(), "./mytest");
 }
 
+TEST_F(HelpMessage, AZeroByteInAGivenNameIsKept) {
+    const std::string name("a\0b", 3);
+    EXPECT_EQ(parser.getHelpMessage(name), name + " " + withoutName);
+}
+
 TEST_F(HelpMessage, HasSevenLineEndsTwoOfThemEmptyLinesAndNoneAtTheEnd) {
     EXPECT_EQ(std::count(withoutName.begin(), withoutName.end(), '\n'), 7);
     const std::size_t first = withoutName.find("\n\n");
