@@ -1,4 +1,4 @@
-# Shared by the tests of this folder, which package.cmake runs: temporary directory, installation, checks.
+# Shared by the tests of this folder: temporary directory, installation, checks.
 
 set -euo pipefail
 unset ORVEX_TEST_ARGS _ORVEX_TEST_ARGS_ ORVEX_DEVICE_FILTER GENICAM_GENTL64_PATH
