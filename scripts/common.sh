@@ -115,13 +115,14 @@ show_failures() {
     LC_ALL=C awk -v lines=$lines -v tests=$tests -v log_file="$1" '
         /^ *[0-9]+\/[0-9]+ Test +#[0-9]+: / {
             sub(/^ *[0-9]+\/[0-9]+ Test +#/, "")
+            gsub(/ \.\.\.+/, " ")
             number = /   Passed  |\*\*\*Skipped/ ? 0 : $1 + 0
             if (number > last) { last = number }
             if (number > 0) { title[number] = $0 }
             next
         }
-        # What GoogleTest prints around each test says nothing more.
-        /^ *Start +[0-9]+: / || /^Note: Google Test filter/ || /^\[[-=]+\]/ || /^ *$/ { next }
+        # What GoogleTest prints around a failure says nothing more.
+        /^ *Start +[0-9]+: |^Note: Google Test filter|^Running main|^\[[-=]+\]|^\[  ?[A-Z ]+ \] |FAILED TEST|^ *$/ { next }
         /^[0-9]+% tests passed/ { number = 0 }
         number > 0 && ++count[number] <= lines { output[number] = output[number] $0 "\n" }
         { line[NR % lines] = $0 }
