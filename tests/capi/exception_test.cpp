@@ -1,4 +1,5 @@
-// Which exceptions leave the C functions, and which the parse keeps in.
+// Which exceptions leave the C functions, and which the parse keeps in. Only the first call creates the
+// parser; each body makes its calls in a process of its own, and that one first.
 
 #include "OrvexTestCommandLineParserC.h"
 
@@ -6,7 +7,7 @@
 #include "capi/c_calls.h"
 #include "capi/fresh_process.h"
 #include "support/clean_environment.h"
-#include "system/allocation_hook.h"
+#include "support/faults.h"
 
 #include <new>
 #include <string>
@@ -14,49 +15,76 @@
 namespace {
 
 using CInterfaceException = CleanEnvironmentTest;
-using allocation::Failure;
+using faults::Call;
+using faults::Failure;
+using faults::Times;
 
 TEST_F(CInterfaceException, MemoryExhaustionInParseGivesZero) {
     inFreshProcess([] {
         Arguments arguments({"mytest", "-o", fill(100)});
-        OrvexTestCommandLineParser_Parse(0, nullptr);
-        allocation::failAt(0, Failure::badAlloc);
-        const int result = OrvexTestCommandLineParser_Parse(arguments.argc(), arguments.argv());
-        EXPECT_TRUE(allocation::stopFailing());
-        EXPECT_EQ(result, 0);
+        OrvexTestCommandLineParser_GetHelpRequested();
+        const Failure failure(Call::Allocation);
+        EXPECT_EQ(OrvexTestCommandLineParser_Parse(arguments.argc(), arguments.argv()), 0);
+        EXPECT_TRUE(failure.happened());
     });
 }
 
 TEST_F(CInterfaceException, MemoryExhaustionInTheConversionLeavesParseW) {
     inFreshProcess([] {
-        std::wstring name(100, L'n');
-        wchar_t* arguments[] = {name.data()};
-        OrvexTestCommandLineParser_Parse(0, nullptr);
-        allocation::failAt(0, Failure::badAlloc);
-        EXPECT_THROW(OrvexTestCommandLineParser_ParseW(1, arguments), std::bad_alloc);
-        EXPECT_TRUE(allocation::stopFailing());
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
+        wchar_t name[] = L"mytest";
+        wchar_t* arguments[] = {name};
+        OrvexTestCommandLineParser_GetHelpRequested();
+        {
+            const Failure failure(Call::Allocation);
+            EXPECT_THROW(OrvexTestCommandLineParser_ParseW(1, arguments), std::bad_alloc);
+        }
+        EXPECT_EQ(readEnvironment(), Environment());
+        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(1, arguments), 1);
+        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "mytest");
     });
 }
 
-TEST_F(CInterfaceException, MemoryExhaustionInTheHelpMessageLeavesItAndNothingIsWritten) {
+TEST_F(CInterfaceException, MemoryExhaustionLeavesTheHelpMessageAndNothingIsWritten) {
     inFreshProcess([] {
-        GuardedBuffer buffer(8192);
-        OrvexTestCommandLineParser_Parse(0, nullptr);
-        allocation::failAt(0, Failure::badAlloc);
-        EXPECT_THROW(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), buffer.size),
-                     std::bad_alloc);
-        EXPECT_TRUE(allocation::stopFailing());
-        EXPECT_THAT(buffer.bytes, ::testing::Each(untouched));
+        const std::string name = fill(100);
+        GuardedBuffer buffer(OrvexTestCommandLineParser_GetHelpMessage(name.c_str(), nullptr, 0));
+        std::size_t length = 0;
+        std::size_t nth = 0;
+        while (length == 0) {
+            EXPECT_EQ(buffer.bytes, std::string(buffer.bytes.size(), untouched)) << nth;
+            const Failure failure(Call::Allocation, ++nth);
+            try {
+                length = OrvexTestCommandLineParser_GetHelpMessage(name.c_str(), buffer.data(), buffer.size);
+            } catch (const std::bad_alloc&) {
+                EXPECT_TRUE(failure.happened());
+            }
+        }
+        EXPECT_EQ(length, buffer.size - 1);
+        EXPECT_GE(nth, 2U);
     });
 }
 
-TEST_F(CInterfaceException, AnExceptionOfAnotherFamilyLeavesTheHelpMessageUnchanged) {
+TEST_F(CInterfaceException, OneOfAnotherFamilyLeavesTheHelpMessage) {
     inFreshProcess([] {
-        OrvexTestCommandLineParser_Parse(0, nullptr);
-        allocation::failAt(0, Failure::notStandard);
+        OrvexTestCommandLineParser_GetHelpRequested();
+        const Failure failure(Call::StrangeAllocation);
         EXPECT_THROW(OrvexTestCommandLineParser_GetHelpMessage("prog", nullptr, 0), int);
-        EXPECT_TRUE(allocation::stopFailing());
+    });
+}
+
+TEST_F(CInterfaceException, GettersNeedNoMemoryOnceTheParserExists) {
+    inFreshProcess([] {
+        char information[ORVEX_TEST_RUN_INFORMATION_SIZE];
+        OrvexTestCommandLineParser_GetHelpRequested();
+        const Failure failure(Call::Allocation, 1, Times::FromThenOn);
+        OrvexTestCommandLineParser_GetApplicationName();
+        OrvexTestCommandLineParser_GetXmlFilename();
+        OrvexTestCommandLineParser_GetOutputFilename();
+        OrvexTestCommandLineParser_GetTestPath();
+        OrvexTestCommandLineParser_GetWaitBeforeExit();
+        OrvexTestCommandLineParser_GetHelpRequested();
+        OrvexTestCommandLineParser_GetTestRunInformation(information);
+        EXPECT_FALSE(failure.happened());
     });
 }
 

@@ -5,13 +5,12 @@
 #include "OrvexTestCommandLineParser.h"
 #include "capi/fresh_process.h"
 #include "support/clean_environment.h"
-#include "system/allocation_hook.h"
+#include "support/faults.h"
 
 #include <gmock/gmock.h>
 
 #include <atomic>
 #include <cstdlib>
-#include <functional>
 #include <new>
 #include <ostream>
 #include <string>
@@ -20,25 +19,29 @@
 
 namespace {
 
+using faults::Call;
+using faults::Failure;
+using faults::With;
+
 using FirstCall = CleanEnvironmentTest;
 
 // How many allocations the construction of a parser makes.
 std::size_t allocationsOfOneParser() {
-    const std::size_t before = allocation::count();
+    const std::size_t before = faults::allocations();
     const OrvexTestCommandLineParser parser;
-    return allocation::count() - before;
+    return faults::allocations() - before;
 }
 
-// Calls the getter from all threads as nearly at once as can be, and returns what each got.
-std::vector<const char*> callFromThreads(std::size_t threadCount, const char* (*getter)()) {
-    std::vector<const char*> results(threadCount, nullptr);
+// Calls the getter from many threads as nearly at once as can be, and returns what each got.
+std::vector<const char*> callFromThreads(const char* (*getter)()) {
+    std::vector<const char*> results(16, nullptr);
     std::vector<std::thread> threads;
-    threads.reserve(threadCount);
+    threads.reserve(results.size());
     std::atomic<std::size_t> ready{0};
     for (const char*& result : results) {
         threads.emplace_back([&] {
             ++ready;
-            while (ready < threadCount) {
+            while (ready < results.size()) {
                 std::this_thread::yield();
             }
             result = getter();
@@ -50,62 +53,42 @@ std::vector<const char*> callFromThreads(std::size_t threadCount, const char* (*
     return results;
 }
 
-TEST_F(FirstCall, SimultaneousFirstCallsSeeTheSameParser) {
-    for (int round = 0; round < 10; ++round) {
-        SCOPED_TRACE(round);
+TEST_F(FirstCall, SimultaneousOnesConstructOneParserAndAllSeeIt) {
+    for (int round = 0; round < 10 && !HasFailure(); ++round) {
         inFreshProcess([] {
+            const std::size_t start = faults::allocations();
+            callFromThreads([] { return ""; });
+            const std::size_t ofTheThreads = faults::allocations() - start;
+            const std::size_t ofOneParser = allocationsOfOneParser();
+
+            const std::size_t before = faults::allocations();
+            // What this is about are threads that arrive while the parser is under construction.
+            const With slow(faults::allocationsAreSlow, true);
             const std::vector<const char*> names =
-                callFromThreads(16, &OrvexTestCommandLineParser_GetApplicationName);
-            EXPECT_THAT(names, ::testing::Each(names.front()));
-            EXPECT_EQ(names.front(), OrvexTestCommandLineParser_GetApplicationName());
+                callFromThreads(&OrvexTestCommandLineParser_GetApplicationName);
+            EXPECT_EQ(faults::allocations() - before, ofTheThreads + ofOneParser);
+            EXPECT_THAT(names, ::testing::Each(OrvexTestCommandLineParser_GetApplicationName()));
             EXPECT_STREQ(names.front(), "");
-        });
-    }
-}
-
-TEST_F(FirstCall, SimultaneousFirstCallsConstructOneParser) {
-    for (int round = 0; round < 10; ++round) {
-        SCOPED_TRACE(round);
-        inFreshProcess([] {
-            const std::size_t allocationsOfTheThreads = [] {
-                const std::size_t before = allocation::count();
-                callFromThreads(16, [] { return ""; });
-                return allocation::count() - before;
-            }();
-            const std::size_t expected = allocationsOfTheThreads + allocationsOfOneParser();
-
-            const std::size_t before = allocation::count();
-            // Threads that arrive while the parser is under construction are what this is about.
-            allocation::dawdle(true);
-            callFromThreads(16, &OrvexTestCommandLineParser_GetApplicationName);
-            allocation::dawdle(false);
-            EXPECT_EQ(allocation::count() - before, expected);
         });
     }
 }
 
 TEST_F(FirstCall, InformationForANullBufferCreatesNoParser) {
     inFreshProcess([] {
-        const std::size_t before = allocation::count();
+        const std::size_t before = faults::allocations();
         EXPECT_EQ(OrvexTestCommandLineParser_GetTestRunInformation(nullptr), 0);
-        EXPECT_EQ(allocation::count(), before);
-        OrvexTestCommandLineParser_GetWaitBeforeExit();
-        const std::size_t allocations = allocation::count() - before;
-        EXPECT_EQ(allocations, allocationsOfOneParser());
+        EXPECT_EQ(faults::allocations(), before);
     });
 }
 
-struct Call {
+struct CFunction {
     const char* name;
-    std::function<void()> make;
+    void (*call)();
 };
 
-void callWithInformationBuffer() {
-    char buffer[ORVEX_TEST_RUN_INFORMATION_SIZE];
-    OrvexTestCommandLineParser_GetTestRunInformation(buffer);
-}
+char information[ORVEX_TEST_RUN_INFORMATION_SIZE];
 
-const std::vector<Call> callsThatNeedTheParser = {
+const CFunction functionsThatNeedTheParser[] = {
     {"Parse", [] { OrvexTestCommandLineParser_Parse(0, nullptr); }},
     {"ParseW", [] { OrvexTestCommandLineParser_ParseW(0, nullptr); }},
     {"GetApplicationName", [] { OrvexTestCommandLineParser_GetApplicationName(); }},
@@ -115,48 +98,38 @@ const std::vector<Call> callsThatNeedTheParser = {
     {"GetWaitBeforeExit", [] { OrvexTestCommandLineParser_GetWaitBeforeExit(); }},
     {"GetHelpRequested", [] { OrvexTestCommandLineParser_GetHelpRequested(); }},
     {"GetHelpMessage", [] { OrvexTestCommandLineParser_GetHelpMessage(nullptr, nullptr, 0); }},
-    {"GetTestRunInformation", callWithInformationBuffer},
+    {"GetTestRunInformation", [] { OrvexTestCommandLineParser_GetTestRunInformation(information); }},
 };
 
-void PrintTo(const Call& call, std::ostream* stream) {
-    *stream << call.name;
+void PrintTo(const CFunction& function, std::ostream* stream) {
+    *stream << function.name;
 }
 
-class FirstCallOf : public CleanEnvironmentTest, public ::testing::WithParamInterface<Call> {};
+class FirstCallOf : public CleanEnvironmentTest, public ::testing::WithParamInterface<CFunction> {};
 
-TEST_P(FirstCallOf, CreatesTheParserAndLaterCallsUseIt) {
+TEST_P(FirstCallOf, CreatesTheParserAfterAllFailuresAndLaterCallsUseIt) {
     inFreshProcess([] {
-        const std::size_t before = allocation::live();
-        GetParam().make();
-        const std::size_t after = allocation::live();
-        EXPECT_GT(after, before);
-        for (const Call& call : callsThatNeedTheParser) {
-            call.make();
-        }
-        EXPECT_EQ(allocation::live(), after);
-    });
-}
-
-TEST_P(FirstCallOf, TriesAgainAfterAConstructionThatFailed) {
-    inFreshProcess([] {
+        const std::size_t before = faults::liveAllocations();
         const std::size_t allocations = allocationsOfOneParser();
-        for (std::size_t index = 0; index < allocations; ++index) {
-            SCOPED_TRACE(index);
-            const std::size_t before = allocation::live();
-            allocation::failAt(index, allocation::Failure::badAlloc);
-            EXPECT_THROW(GetParam().make(), std::bad_alloc);
-            EXPECT_TRUE(allocation::stopFailing());
-            EXPECT_EQ(allocation::live(), before);
+        ASSERT_GE(allocations, 1U);
+        for (std::size_t nth = 1; nth <= allocations; ++nth) {
+            const Failure failure(Call::Allocation, nth);
+            EXPECT_THROW(GetParam().call(), std::bad_alloc) << nth;
+            EXPECT_EQ(faults::liveAllocations(), before) << nth;
         }
-        const std::size_t before = allocation::live();
-        EXPECT_NO_THROW(GetParam().make());
-        EXPECT_GT(allocation::live(), before);
+        GetParam().call();
+        const std::size_t after = faults::liveAllocations();
+        EXPECT_GT(after, before);
+        for (const CFunction& function : functionsThatNeedTheParser) {
+            function.call();
+        }
+        EXPECT_EQ(faults::liveAllocations(), after);
         EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Functions, FirstCallOf, ::testing::ValuesIn(callsThatNeedTheParser),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Functions, FirstCallOf, ::testing::ValuesIn(functionsThatNeedTheParser),
+                         ::testing::PrintToStringParamName());
 
 std::size_t liveBeforeFirstCall = 0;
 
@@ -166,11 +139,13 @@ TEST_F(FirstCall, ParserIsDestroyedAtProcessExit) {
     EXPECT_EXIT(
         {
             // Runs after the destruction, since it is registered before the construction.
-            ASSERT_EQ(
-                std::atexit([] { std::_Exit(allocation::live() == liveBeforeFirstCall ? released : 1); }), 0);
-            liveBeforeFirstCall = allocation::live();
+            ASSERT_EQ(std::atexit([] {
+                          std::_Exit(faults::liveAllocations() == liveBeforeFirstCall ? released : 1);
+                      }),
+                      0);
+            liveBeforeFirstCall = faults::liveAllocations();
             OrvexTestCommandLineParser_GetApplicationName();
-            std::exit(allocation::live() > liveBeforeFirstCall ? 0 : 2);
+            std::exit(faults::liveAllocations() > liveBeforeFirstCall ? 0 : 2);
         },
         ::testing::ExitedWithCode(released), "");
 }

@@ -1,0 +1,225 @@
+// What happens when the first, the second, the third ... allocation fails.
+
+#include "fault/every_effect.h"
+#include "support/arguments.h"
+
+#include <algorithm>
+#include <new>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace {
+
+using faults::Call;
+using faults::Failure;
+using faults::Times;
+using faults::With;
+
+// A parse passes through a line of states; a failure leaves one of them, and a later one no earlier state.
+class Position {
+public:
+    explicit Position(const std::vector<Snapshot>& states) : states(states) {}
+
+    void advanceTo(const Snapshot& state) {
+        const auto current = states.begin() + static_cast<std::ptrdiff_t>(position);
+        auto found = std::find(current, states.end(), state);
+        ASSERT_NE(found, states.end()) << differences(*current, state);
+        // An effect that changes nothing counts as done.
+        while (found + 1 != states.end() && *(found + 1) == state) {
+            ++found;
+        }
+        position = static_cast<std::size_t>(found - states.begin());
+        seen.insert(position);
+    }
+
+    std::size_t position = 0;
+    std::set<std::size_t> seen;
+
+private:
+    const std::vector<Snapshot>& states;
+};
+
+class ParseOutOfMemory : public EveryEffectTest,
+                         public ::testing::WithParamInterface<std::tuple<Form, bool>> {
+protected:
+    // Lets a new parser parse with this allocation failing, and hands it over. False when there is no such
+    // allocation.
+    template <typename Inspect>
+    bool parseWithFailing(std::size_t nth, Inspect inspect) {
+        OrvexTestCommandLineParser parser;
+        prepare(parser);
+        FormedArguments arguments(std::get<Form>(GetParam()), commandLine());
+        hasThrown = result = false;
+        bool hasFailed = false;
+        {
+            const Failure failure(Call::Allocation, nth, failsOnce ? Times::Once : Times::FromThenOn);
+            try {
+                result = arguments.parse(parser);
+            } catch (const std::bad_alloc&) {
+                hasThrown = true;
+            }
+            hasFailed = failure.happened();
+        }
+        inspect(parser);
+        return hasFailed;
+    }
+
+    const bool failsOnce = std::get<bool>(GetParam());
+    bool result = false;
+    bool hasThrown = false;
+};
+
+INSTANTIATE_TEST_SUITE_P(EveryForm, ParseOutOfMemory,
+                         ::testing::Combine(::testing::ValuesIn(everyForm), ::testing::Bool()));
+
+TEST_P(ParseOutOfMemory, KeepsWhatItDidBefore) {
+    // When the references in the producer path cannot be expanded, it keeps them and the parse goes on.
+    std::vector<Snapshot> statesWithoutExpansion = statesOfEffects();
+    for (Snapshot& state : statesWithoutExpansion) {
+        std::string& path = state.at("GENICAM_GENTL64_PATH");
+        if (path != "/old") {
+            path.replace(path.rfind("/old"), 4, "$(GENICAM_GENTL64_PATH)");
+        }
+    }
+    Position effects(statesOfEffects());
+    Position effectsWithoutExpansion(statesWithoutExpansion);
+    Position scan(statesOfScan());
+    Snapshot state;
+    Snapshot stateLater;
+    const auto inspect = [&](OrvexTestCommandLineParser& parser) {
+        state = stateOf(parser);
+        stateLater = stateAfterLaterParse(parser);
+    };
+    for (std::size_t nth = 1; parseWithFailing(nth, inspect); ++nth) {
+        SCOPED_TRACE("allocation " + std::to_string(nth));
+        const bool isExpanded = state.at("GENICAM_GENTL64_PATH").back() != ')';
+        Position& line = isExpanded ? effects : effectsWithoutExpansion;
+        ASSERT_NO_FATAL_FAILURE(line.advanceTo(state));
+        ASSERT_NO_FATAL_FAILURE(scan.advanceTo(stateLater));
+        ASSERT_EQ(result, !isExpanded && line.position == everyEffect().size());
+        // The wide and the packed form allocate before the parse begins.
+        const bool isBefore = std::get<Form>(GetParam()) != Form::Narrow && nth == 1;
+        ASSERT_TRUE(isBefore <= hasThrown);
+        ASSERT_TRUE(hasThrown <= (line.position == 0 && scan.position == 0));
+    }
+    EXPECT_TRUE(result);
+
+    // Each field needs memory, so that there was a failure before each.
+    for (std::size_t i = 0; i < everyEffect().size(); ++i) {
+        const Effect& effect = everyEffect()[i];
+        if (!effect.isVariable() && effect.value.find('~') != std::string::npos) {
+            EXPECT_TRUE(effects.seen.count(i) + effectsWithoutExpansion.seen.count(i)) << effect.name;
+        }
+    }
+    EXPECT_EQ(scan.position, statesOfScan().size() - 1);
+    const bool goesOn = effectsWithoutExpansion.position == everyEffect().size();
+    EXPECT_EQ(goesOn, failsOnce);
+}
+
+TEST_P(ParseOutOfMemory, LeaksNothing) {
+    for (std::size_t nth = 1, before = 0, hasFailed = 1; hasFailed != 0; ++nth) {
+        before = faults::liveAllocations();
+        hasFailed = parseWithFailing(nth, [](OrvexTestCommandLineParser& /*parser*/) {});
+        ASSERT_EQ(faults::liveAllocations(), before) << "allocation " << nth;
+        ASSERT_EQ(faults::liveResolvedPaths(), 0U) << "allocation " << nth;
+    }
+}
+
+// Calls the function with the first, the second ... allocation failing, until it needs no more. Each time it
+// is to throw std::bad_alloc and to leak nothing. Returns how often.
+template <typename Function>
+std::size_t exhaustMemoryIn(Function function) {
+    for (std::size_t nth = 1;; ++nth) {
+        const std::size_t before = faults::liveAllocations();
+        bool hasThrown = false;
+        bool hasFailed = false;
+        {
+            const Failure failure(Call::Allocation, nth);
+            try {
+                function();
+            } catch (const std::bad_alloc&) {
+                hasThrown = true;
+            }
+            hasFailed = failure.happened();
+        }
+        EXPECT_EQ(hasThrown, hasFailed) << "allocation " << nth;
+        EXPECT_EQ(faults::liveAllocations(), before) << "allocation " << nth;
+        EXPECT_EQ(faults::liveResolvedPaths(), 0U) << "allocation " << nth;
+        if (!hasFailed || ::testing::Test::HasFailure()) {
+            return nth - 1;
+        }
+    }
+}
+
+class OutOfMemory : public EveryEffectTest {
+protected:
+    OutOfMemory() {
+        prepare(parser);
+    }
+
+    OrvexTestCommandLineParser parser;
+};
+
+TEST_F(OutOfMemory, ConstructorThrows) {
+    EXPECT_GE(exhaustMemoryIn([] { const OrvexTestCommandLineParser another; }), 1U);
+}
+
+TEST_F(OutOfMemory, ApplicationDirThrows) {
+    const With longPath(faults::resolvedPath, "/a directory that no string holds without an allocation/q");
+    EXPECT_GE(exhaustMemoryIn([] { OrvexTestCommandLineParser::getApplicationDir(); }), 1U);
+}
+
+TEST_F(OutOfMemory, HelpMessageThrows) {
+    const std::string name = "a name that no string holds without an allocation";
+    EXPECT_GE(exhaustMemoryIn([&] { parser.getHelpMessage(""); }), 1U);
+    EXPECT_GE(exhaustMemoryIn([&] { parser.getHelpMessage(name); }), 2U);
+    EXPECT_EQ(differences(statesOfEffects().front(), stateOf(parser)), "");
+}
+
+TEST_F(OutOfMemory, ArgumentsFromAVariableAreKeptAsFarAsTheyWereScanned) {
+    Position scan(statesOfScan());
+    bool hasThrown = true;
+    for (std::size_t nth = 1; hasThrown; ++nth) {
+        SCOPED_TRACE("allocation " + std::to_string(nth));
+        OrvexTestCommandLineParser fresh;
+        prepare(fresh);
+        const std::string program = commandLine().front();
+        hasThrown = false;
+        try {
+            const Failure failure(Call::Allocation, nth);
+            fresh.ParseArgsFromEnvironmentVariable("ORVEX_TEST_ARGS", program.c_str());
+        } catch (const std::bad_alloc&) {
+            hasThrown = true;
+        }
+        ASSERT_EQ(differences(statesOfEffects().front(), stateOf(fresh)), "");
+        ASSERT_NO_FATAL_FAILURE(scan.advanceTo(stateAfterLaterParse(fresh)));
+    }
+    EXPECT_EQ(scan.position, longWords(argumentVariables.at("ORVEX_TEST_ARGS")).size() + 1);
+}
+
+TEST_F(OutOfMemory, MessageAboutABadArgumentIsNotNeeded) {
+    char* arguments[] = {nullptr};
+    const Failure failure(Call::Allocation, 1, Times::FromThenOn);
+    EXPECT_FALSE(parser.Parse(-1, arguments));
+    EXPECT_FALSE(parser.Parse(1, static_cast<char**>(nullptr)));
+}
+
+TEST_F(OutOfMemory, AccessorsAndAParseOfNothingNeedNone) {
+    const Failure failure(Call::Allocation, 1, Times::FromThenOn);
+    EXPECT_TRUE(parser.Parse(0, static_cast<char**>(nullptr)));
+    parser.getApplicationName();
+    parser.getXmlFilename();
+    parser.getOutputFilename();
+    parser.getTestPaths();
+    parser.getFirstTestPath();
+    parser.getTlList();
+    parser.helpRequested();
+    parser.waitBeforeExit();
+    parser.getTestRunInformation();
+    parser.getTdcDravikXmlFilename();
+    EXPECT_FALSE(failure.happened());
+}
+
+}  // namespace

@@ -1,0 +1,244 @@
+// Parses that do everything, and parses that a bad argument or a function of the platform ends.
+
+#include "fault/every_effect.h"
+#include "support/arguments.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using faults::Call;
+using faults::CallLog;
+using faults::Failure;
+using faults::Times;
+using faults::With;
+
+using Texts = std::vector<std::string>;
+
+class ParseFailure : public EveryEffectTest, public ::testing::WithParamInterface<Form> {
+protected:
+    // Lets a new parser parse the command line, with more arguments at its end, while there is a fault.
+    template <typename MakeFault>
+    bool parseWith(MakeFault makeFault, const std::string& more = "") {
+        parser = std::make_unique<OrvexTestCommandLineParser>();
+        prepare(*parser);
+        Texts list = commandLine();
+        for (const std::string& argument : longWords(more)) {
+            list.push_back(argument);
+        }
+        FormedArguments arguments(GetParam(), list);
+        [[maybe_unused]] const auto fault = makeFault();
+        const CallLog log;
+        const bool result = arguments.parse(*parser);
+        calls = log.calls;
+        return result;
+    }
+
+    // That the parse kept exactly what it did before the effect, that its calls were those up to this one
+    // (and what was thrown then), and that a later parse finds the arguments of all sources scanned.
+    void expectEnd(const std::string& effect, const std::string& lastCall, const std::string& thrown = "",
+                   const std::string& laterArguments = "") {
+        Texts expectedCalls;
+        for (const std::string& call : everyCall()) {
+            expectedCalls.push_back(call);
+            if (call.compare(0, lastCall.size(), lastCall) == 0) {
+                break;
+            }
+        }
+        if (!thrown.empty()) {
+            expectedCalls.push_back("throw " + thrown);
+        }
+        ASSERT_EQ(firstDifference(expectedCalls, calls), "");
+        expectState(statesOfEffects().at(positionOf(effect)), laterArguments);
+    }
+
+    void expectState(const Snapshot& state, const std::string& laterArguments = "") {
+        ASSERT_EQ(differences(state, stateOf(*parser)), "");
+        ASSERT_EQ(differences(statesOfScan().back(), stateAfterLaterParse(*parser, laterArguments)), "");
+        ASSERT_EQ(faults::liveResolvedPaths(), 0U);
+    }
+
+    std::unique_ptr<OrvexTestCommandLineParser> parser;
+    Texts calls;
+};
+
+INSTANTIATE_TEST_SUITE_P(EveryForm, ParseFailure, ::testing::ValuesIn(everyForm),
+                         ::testing::PrintToStringParamName());
+
+int noFault() {
+    return 0;
+}
+
+// All state but that of these variables, which keep their old values.
+Snapshot without(const Texts& variables, Snapshot state) {
+    for (const std::string& name : variables) {
+        state[name] = "/old";
+    }
+    return state;
+}
+
+TEST_P(ParseFailure, WithoutOneEveryEffectHappensInOneOrder) {
+    EXPECT_TRUE(parseWith(noFault));
+    EXPECT_EQ(firstDifference(everyCall(), calls), "");
+    expectState(statesOfEffects().back());
+}
+
+TEST_P(ParseFailure, OfAVariableBeforeTheProducerPathEndsTheParse) {
+    for (const std::string& name : variables("ORVEX_GTC_USE_EXTRA_TL", "TEST_PROPERTIES")) {
+        SCOPED_TRACE(name);
+        EXPECT_FALSE(parseWith([&] { return With(faults::refusedVariables, {name}); }));
+        ASSERT_NO_FATAL_FAILURE(expectEnd(name, "setenv " + name));
+    }
+}
+
+TEST_P(ParseFailure, OfALaterVariableIsIgnored) {
+    for (const std::string& name : variables("GENICAM_GENTL64_PATH", "TRANSPORT_LAYER")) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(parseWith([&] { return With(faults::refusedVariables, {name}); }));
+        ASSERT_EQ(firstDifference(everyCall(), calls), "");
+        ASSERT_NO_FATAL_FAILURE(expectState(without({name}, statesOfEffects().back())));
+    }
+}
+
+TEST_P(ParseFailure, OfAllLaterVariablesIsIgnored) {
+    for (const std::string& name : variables("GENICAM_GENTL64_PATH", "TRANSPORT_LAYER")) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(parseWith([&] {
+            return Failure(Call::SetEnv, variables("ORVEX_GTC_USE_EXTRA_TL", name).size(), Times::FromThenOn);
+        }));
+        ASSERT_EQ(firstDifference(everyCall(), calls), "");
+        ASSERT_NO_FATAL_FAILURE(
+            expectState(without(variables(name, "TRANSPORT_LAYER"), statesOfEffects().back())));
+    }
+}
+
+TEST_P(ParseFailure, OfANumberEndsTheParseBeforeItsVariable) {
+    const char* const rows[][3] = {
+        {"-socketbuffer x", "ORVEX_GTC_USE_EXTRA_TL", "getenv _ORVEX_TEST_ARGS_"},
+        {"-packetsize x", "ORVEX_GIGE_STREAM_GEVSCPS", "setenv ORVEX_GIGE_STREAMPARAMS"},
+        {"-packetdelay x", "ORVEX_GIGE_STREAM_GEVSCPD", "setenv ORVEX_GIGE_STREAM_GEVSCPS"},
+        {"-camemu x", "ORVEX_CAMEMU", "setenv ORVEX_GIGE_STREAM_GEVSCPD"},
+        {"-camemu x -packetdelay x -packetsize x -socketbuffer x", "ORVEX_GTC_USE_EXTRA_TL",
+         "getenv _ORVEX_TEST_ARGS_"},
+    };
+    for (const auto& [arguments, effect, lastCall] : rows) {
+        SCOPED_TRACE(arguments);
+        EXPECT_FALSE(parseWith(noFault, arguments));
+        ASSERT_NO_FATAL_FAILURE(
+            expectEnd(effect, lastCall, "", "-socketbuffer 1~ -packetsize 2~ -packetdelay 3~ -camemu 4~"));
+    }
+}
+
+TEST_P(ParseFailure, OfTheDirectoryEndsTheParseBeforeTheProducerPath) {
+    EXPECT_FALSE(parseWith([&] { return Failure(Call::DlAddr); }));
+    expectEnd("GENICAM_GENTL64_PATH", "dladdr",
+              "runtime_error: OrvexTestCommandLineParser::getApplicationDir> dladdr() failed");
+    EXPECT_FALSE(parseWith([&] { return Failure(Call::RealPath); }));
+    expectEnd("GENICAM_GENTL64_PATH", "realpath",
+              "runtime_error: OrvexTestCommandLineParser::getApplicationDir> realpath() failed");
+    for (const char* path : {"nowhere", ""}) {
+        SCOPED_TRACE(path);
+        EXPECT_FALSE(parseWith([&] { return With(faults::resolvedPath, path); }));
+        expectEnd("GENICAM_GENTL64_PATH", "realpath",
+                  "runtime_error: OrvexTestCommandLineParser::Parse> can't query path");
+    }
+}
+
+// ---- Before anything is done
+
+class RefusedParse : public EveryEffectTest {
+protected:
+    RefusedParse() {
+        prepare(parser);
+    }
+
+    // That nothing has changed, and that a later parse finds scanned what stands before this position.
+    void expectNoEffect(const Environment& environment, std::size_t scanned = 0) {
+        EXPECT_EQ(differences(changed(statesOfEffects().front(), environment), stateOf(parser)), "");
+        EXPECT_EQ(differences(statesOfScan().at(scanned), stateAfterLaterParse(parser)), "");
+    }
+
+    OrvexTestCommandLineParser parser;
+};
+
+TEST_F(RefusedParse, OfNoArgumentsReadsAndChangesNothing) {
+    char* arguments[] = {nullptr};
+    Texts calls;
+    {
+        const CallLog log;
+        EXPECT_TRUE(parser.Parse(0, arguments));
+        EXPECT_TRUE(parser.Parse(0, static_cast<char**>(nullptr)));
+        EXPECT_FALSE(parser.Parse(-1, arguments));
+        EXPECT_FALSE(parser.Parse(-1, static_cast<char**>(nullptr)));
+        EXPECT_FALSE(parser.Parse(1, static_cast<char**>(nullptr)));
+        calls = log.calls;
+    }
+    EXPECT_EQ(calls, (Texts{"throw invalid_argument: argc must be at least 1",
+                            "throw invalid_argument: argc must be at least 1",
+                            "throw invalid_argument: argv must be valid"}));
+    expectNoEffect({});
+}
+
+TEST_F(RefusedParse, OfAnOpenQuoteInFrontChangesNothing) {
+    const Environment open = {{"ORVEX_TEST_ARGS", "SuiteB -o other 'open"}};
+    set("ORVEX_TEST_ARGS", open.at("ORVEX_TEST_ARGS"));
+    Texts calls;
+    {
+        const CallLog log;
+        EXPECT_FALSE(parse(parser, commandLine()));
+        calls = log.calls;
+    }
+    EXPECT_EQ(calls,
+              (Texts{"getenv ORVEX_TEST_ARGS", "throw runtime_error: Starting quote has no ending quote."}));
+    expectNoEffect(open);
+}
+
+TEST_F(RefusedParse, OfAnOpenQuoteAtTheEndLeavesTheRestScanned) {
+    const Environment open = {{"_ORVEX_TEST_ARGS_", "SuiteB -o other \"open"}};
+    set("_ORVEX_TEST_ARGS_", open.at("_ORVEX_TEST_ARGS_"));
+    Texts calls;
+    {
+        const CallLog log;
+        EXPECT_FALSE(parse(parser, commandLine()));
+        calls = log.calls;
+    }
+    EXPECT_EQ(calls, (Texts{"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_",
+                            "throw runtime_error: Starting quote has no ending quote."}));
+    const std::size_t appended = longWords(argumentVariables.at("_ORVEX_TEST_ARGS_")).size();
+    expectNoEffect(open, statesOfScan().size() - 1 - appended);
+}
+
+TEST_F(RefusedParse, OfAVariableWithoutANameReadsNothing) {
+    const CallLog log;
+    parser.ParseArgsFromEnvironmentVariable(nullptr, "app");
+    parser.ParseArgsFromEnvironmentVariable("", "app");
+    EXPECT_EQ(log.calls, Texts());
+    parser.ParseArgsFromEnvironmentVariable("NAME", "app");
+    EXPECT_EQ(log.calls, Texts{"getenv NAME"});
+}
+
+using PlainParse = CleanEnvironmentTest;
+
+TEST_F(PlainParse, SetsTwoVariablesAndTheFirstOfThemOnce) {
+    OrvexTestCommandLineParser parser;
+    const CallLog log;
+    EXPECT_TRUE(parse(parser, {"app"}));
+    EXPECT_TRUE(parse(parser, {"app"}));
+    EXPECT_EQ(log.calls,
+              (Texts{"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_", "getenv ORVEX_GTC_USE_EXTRA_TL",
+                     "setenv ORVEX_GTC_USE_EXTRA_TL=1", "setenv ORVEX_GIGE_STREAM_GEVSCPS=8192",
+                     "getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_", "getenv ORVEX_GTC_USE_EXTRA_TL",
+                     "setenv ORVEX_GIGE_STREAM_GEVSCPS=8192"}));
+}
+
+TEST_F(PlainParse, EndsWhenTheDefaultPacketSizeCannotBeSet) {
+    const With refused(faults::refusedVariables, {"ORVEX_GIGE_STREAM_GEVSCPS"});
+    OrvexTestCommandLineParser parser;
+    EXPECT_FALSE(parse(parser, {"app"}));
+    EXPECT_EQ(readEnvironment(), (Environment{{"ORVEX_GTC_USE_EXTRA_TL", "1"}}));
+    EXPECT_EQ(parser.getTestRunInformation().group, "");
+}
+
+}  // namespace

@@ -1,0 +1,86 @@
+// An exception that is no std::exception, raised in the middle of a parse.
+
+#include "OrvexTestCommandLineParser.h"
+#include "OrvexTestCommandLineParserC.h"
+
+#include "support/arguments.h"
+#include "support/clean_environment.h"
+#include "support/faults.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <exception>
+#include <string>
+
+namespace {
+
+using faults::Call;
+using faults::Failure;
+
+constexpr int exitCodeOfTerminate = 77;
+constexpr int exitCodeOfReturn = 1;
+
+class StrangeException : public CleanEnvironmentTest {
+protected:
+    StrangeException() {
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
+        set("ORVEX_TEST_ARGS", "-x 'another file with a long name.xml'");
+        set("_ORVEX_TEST_ARGS_", "-w AnotherSuiteWithALongName");
+    }
+
+    // Neither returns nor throws what the caller could catch.
+    template <typename Parse>
+    static void parseAndExit(Parse parse) {
+        std::set_terminate([] { std::_Exit(exitCodeOfTerminate); });
+        try {
+            parse();
+        } catch (...) {
+        }
+        std::_Exit(exitCodeOfReturn);
+    }
+
+    Arguments arguments{{"./mytest", "SuiteWithALongerName", "-tl", "DravikGigE:SocketDriver", "-p",
+                         "key=value", "-o", "a_file_with_a_long_name.xml", "-tdc_guid",
+                         "0123456789abcdef0123456789abcdef"}};
+    OrvexTestCommandLineParser parser;
+};
+
+TEST_F(StrangeException, EndsTheProcess) {
+    const std::size_t before = faults::allocations();
+    OrvexTestCommandLineParser another;
+    const std::size_t ofTheConstructor = faults::allocations() - before;
+    EXPECT_TRUE(another.Parse(arguments.argc(), arguments.argv()));
+    const std::size_t last = faults::allocations() - before - ofTheConstructor;
+    ASSERT_GT(last, 20U);
+    // The first, the last, and some between: every one would take a process each.
+    for (const std::size_t nth : {std::size_t{1}, last / 4, last / 2, last}) {
+        SCOPED_TRACE(nth);
+        EXPECT_EXIT(
+            {
+                const Failure failure(Call::StrangeAllocation, nth);
+                parseAndExit([this] { parser.Parse(arguments.argc(), arguments.argv()); });
+            },
+            ::testing::ExitedWithCode(exitCodeOfTerminate), "");
+    }
+}
+
+TEST_F(StrangeException, EndsTheProcessInTheCFunction) {
+    EXPECT_EXIT(
+        {
+            OrvexTestCommandLineParser_GetHelpRequested();
+            const Failure failure(Call::StrangeAllocation);
+            parseAndExit([this] { OrvexTestCommandLineParser_Parse(arguments.argc(), arguments.argv()); });
+        },
+        ::testing::ExitedWithCode(exitCodeOfTerminate), "");
+}
+
+TEST_F(StrangeException, AbortsTheProcessWithoutATerminateHandler) {
+    EXPECT_EXIT(
+        {
+            const Failure failure(Call::StrangeAllocation);
+            parser.Parse(arguments.argc(), arguments.argv());
+        },
+        ::testing::KilledBySignal(SIGABRT), "");
+}
+
+}  // namespace

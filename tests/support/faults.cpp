@@ -1,0 +1,321 @@
+#include "support/faults.h"
+
+#include <dlfcn.h>
+
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+#include <string_view>
+#include <thread>
+#include <typeinfo>
+#include <utility>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define OWNS_FREE 0
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define OWNS_FREE 0
+#endif
+#endif
+#ifndef OWNS_FREE
+#define OWNS_FREE 1
+#endif
+
+// On ELF, the program defines the functions under their own names, and so do libraries call them. On macOS,
+// a library calls what it was linked to: there the functions have names of their own and stand in a library
+// with a table, which the dynamic loader puts in the place of the platform's.
+#ifdef __APPLE__
+#define REPLACEMENT(name) replacement_##name
+#define PLATFORM(name) (&::name)
+#define PLATFORM_NOEXCEPT
+#else
+#define REPLACEMENT(name) name
+#define PLATFORM(name) nextAfterProgram<decltype(&::name)>(#name)
+#define PLATFORM_NOEXCEPT noexcept
+#endif
+
+namespace faults {
+
+std::set<std::string, std::less<>> refusedVariables;
+const char* libraryFile = nullptr;
+const char* resolvedPath = nullptr;
+bool allocationsAreSlow = false;
+
+namespace {
+
+// Plain data only: the functions below are called before any constructor of this file has run.
+Failure* failure = nullptr;
+CallLog* callLog = nullptr;
+std::atomic<std::size_t> allocationCount{0};
+std::atomic<std::size_t> releaseCount{0};
+std::atomic<std::size_t> resolvedPathCount{0};
+std::atomic<void*> lastResolvedPath{nullptr};
+
+bool failsNow(Call call) {
+    return failure != nullptr && failure->failsNow(call);
+}
+
+// The log is no part of what is tested: its own allocations do not fail and do not count.
+void keep(const char* function, const char* text = "", const char* rest = "", const char* end = "") {
+    if (callLog != nullptr) {
+        Failure* const interrupted = std::exchange(failure, nullptr);
+        callLog->calls.push_back(std::string(function) + text + rest + end);
+        failure = interrupted;
+    }
+}
+
+void* allocateOrNull(std::size_t size) {
+    if (allocationsAreSlow) {
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+    void* const memory = failsNow(Call::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
+    if (memory != nullptr) {
+        ++allocationCount;
+    }
+    return memory;
+}
+
+void* allocate(std::size_t size) {
+    if (failsNow(Call::StrangeAllocation)) {
+        throw 42;
+    }
+    void* const memory = allocateOrNull(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+
+void release(void* memory) noexcept {
+    if (memory != nullptr) {
+        ++releaseCount;
+        std::free(memory);
+    }
+}
+
+#ifndef __APPLE__
+template <typename Function>
+Function nextAfterProgram(const char* name) {
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+#endif
+
+}  // namespace
+
+Failure::Failure(Call call, std::size_t nth, Times times) : call(call), times(times), callsLeft(nth) {
+    failure = this;
+}
+
+Failure::~Failure() {
+    failure = nullptr;
+}
+
+bool Failure::happened() const {
+    return hasFailed;
+}
+
+bool Failure::failsNow(Call made) {
+    if (made != call) {
+        return false;
+    }
+    if (callsLeft > 1) {
+        --callsLeft;
+        return false;
+    }
+    return !std::exchange(hasFailed, true) || times == Times::FromThenOn;
+}
+
+CallLog::CallLog() {
+    callLog = this;
+}
+
+CallLog::~CallLog() {
+    callLog = nullptr;
+}
+
+std::size_t allocations() {
+    return allocationCount;
+}
+
+std::size_t liveAllocations() {
+    return allocationCount - releaseCount;
+}
+
+std::size_t liveResolvedPaths() {
+    return resolvedPathCount;
+}
+
+}  // namespace faults
+
+using namespace faults;
+
+// The platform's names are reserved, as are those of its parameters.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name,bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
+extern "C" {
+
+// What every throw expression calls, with the types under which the compiler knows it.
+[[noreturn]] void __cxa_throw(void* exception, void* type, void (*destroy)(void*));
+
+char* REPLACEMENT(getenv)(const char* name) PLATFORM_NOEXCEPT {
+    static const auto platform = PLATFORM(getenv);
+    keep("getenv ", name);
+    return platform(name);
+}
+
+int REPLACEMENT(setenv)(const char* name, const char* value, int overwrite) PLATFORM_NOEXCEPT {
+    static const auto platform = PLATFORM(setenv);
+    keep(overwrite == 0 ? "setenv unless defined " : "setenv ", name, "=", value);
+    if (failsNow(Call::SetEnv) || refusedVariables.count(std::string_view(name)) != 0) {
+        errno = ENOMEM;
+        return -1;
+    }
+    return platform(name, value, overwrite);
+}
+
+int REPLACEMENT(dladdr)(const void* address, Dl_info* information) PLATFORM_NOEXCEPT {
+    static const auto platform = PLATFORM(dladdr);
+    keep("dladdr");
+    if (failsNow(Call::DlAddr)) {
+        return 0;
+    }
+    const int result = platform(address, information);
+    if (libraryFile != nullptr) {
+        information->dli_fname = libraryFile;
+    }
+    return result;
+}
+
+char* REPLACEMENT(realpath)(const char* path, char* buffer) PLATFORM_NOEXCEPT {
+    static const auto platform = PLATFORM(realpath);
+    keep("realpath ", path);
+    if (failsNow(Call::RealPath)) {
+        errno = ENOENT;
+        return nullptr;
+    }
+    char* const result = resolvedPath != nullptr ? strdup(resolvedPath) : platform(path, buffer);
+#if OWNS_FREE
+    if (result != nullptr && buffer == nullptr) {
+        ++resolvedPathCount;
+        lastResolvedPath = result;
+    }
+#endif
+    return result;
+}
+
+#if OWNS_FREE
+void REPLACEMENT(free)(void* memory) PLATFORM_NOEXCEPT {
+    // Not initialised in one step: the search for the platform's function may itself release memory.
+    static decltype(&::free) platform = nullptr;
+    static bool isSearching = false;
+    if (memory == nullptr || isSearching) {
+        return;
+    }
+    if (platform == nullptr) {
+        isSearching = true;
+        platform = PLATFORM(free);
+        isSearching = false;
+    }
+    if (memory == lastResolvedPath) {
+        lastResolvedPath = nullptr;
+        --resolvedPathCount;
+    }
+    platform(memory);
+}
+#endif
+
+[[noreturn]] void REPLACEMENT(__cxa_throw)(void* exception, void* type, void (*destroy)(void*)) {
+    static const auto platform = PLATFORM(__cxa_throw);
+    const std::type_info& thrown = *static_cast<std::type_info*>(type);
+    if (thrown == typeid(std::invalid_argument)) {
+        keep("throw invalid_argument: ", static_cast<std::invalid_argument*>(exception)->what());
+    } else if (thrown == typeid(std::runtime_error)) {
+        keep("throw runtime_error: ", static_cast<std::runtime_error*>(exception)->what());
+    } else {
+        keep("throw ", thrown.name());
+    }
+    platform(exception, type, destroy);
+    std::abort();
+}
+
+}  // extern "C"
+
+// NOLINTEND(readability-inconsistent-declaration-parameter-name,bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
+#ifndef __APPLE__
+
+void* operator new(std::size_t size) {
+    return allocate(size);
+}
+
+void* operator new[](std::size_t size) {
+    return allocate(size);
+}
+
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return allocateOrNull(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return allocateOrNull(size);
+}
+
+void operator delete(void* memory) noexcept {
+    release(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    release(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    release(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    release(memory);
+}
+
+#else
+
+namespace {
+
+// A release that knows the size, which release does not need.
+void releaseSized(void* memory, std::size_t /*size*/) noexcept {
+    release(memory);
+}
+
+struct Pair {
+    const void* replacement;
+    const void* original;
+};
+
+#define REPLACE_BY(replacement, type, original) \
+    { reinterpret_cast<const void*>(replacement), reinterpret_cast<const void*>(static_cast<type>(original)) }
+#define REPLACE(name) REPLACE_BY(&replacement_##name, decltype(&::name), &::name)
+
+// The table that the dynamic loader reads.
+__attribute__((used, section("__DATA,__interpose"))) const Pair pairs[] = {
+    REPLACE(getenv),
+    REPLACE(setenv),
+    REPLACE(dladdr),
+    REPLACE(realpath),
+    REPLACE(__cxa_throw),
+#if OWNS_FREE
+    REPLACE(free),
+#endif
+    REPLACE_BY(&allocate, void* (*)(std::size_t), &::operator new),
+    REPLACE_BY(&allocate, void* (*)(std::size_t), &::operator new[]),
+    REPLACE_BY(&release, void (*)(void*) noexcept, &::operator delete),
+    REPLACE_BY(&release, void (*)(void*) noexcept, &::operator delete[]),
+    REPLACE_BY(&releaseSized, void (*)(void*, std::size_t) noexcept, &::operator delete),
+    REPLACE_BY(&releaseSized, void (*)(void*, std::size_t) noexcept, &::operator delete[]),
+};
+
+}  // namespace
+
+#endif

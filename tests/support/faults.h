@@ -1,0 +1,96 @@
+// Stands between the library and the platform: makes chosen calls fail or answer something else, and keeps
+// what was called. Works in programs that link to the target "faults".
+
+#ifndef ORVEX_TESTS_FAULTS_H
+#define ORVEX_TESTS_FAULTS_H
+
+#include <cstddef>
+#include <functional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace faults {
+
+enum class Call {
+    Allocation,         // operator new; fails with std::bad_alloc
+    StrangeAllocation,  // operator new; fails with an exception that is no std::exception
+    SetEnv,             // fails with -1
+    RealPath,           // fails with a null pointer
+    DlAddr,             // fails with 0
+};
+
+enum class Times { Once, FromThenOn };
+
+// Makes the nth call from now on fail, counted from 1, as long as it lives. One lives at a time.
+class Failure {
+public:
+    explicit Failure(Call call, std::size_t nth = 1, Times times = Times::Once);
+    ~Failure();
+    Failure(const Failure&) = delete;
+    Failure& operator=(const Failure&) = delete;
+
+    // Whether the call that is to fail was made.
+    bool happened() const;
+
+    // Counts a call, and tells whether it fails.
+    bool failsNow(Call made);
+
+private:
+    const Call call;
+    const Times times;
+    std::size_t callsLeft;
+    bool hasFailed = false;
+};
+
+// Changes one of the variables below as long as it lives.
+template <typename Type>
+class With {
+    template <typename Same>
+    struct Identity {
+        using type = Same;
+    };
+
+public:
+    With(Type& variable, typename Identity<Type>::type value)
+        : variable(variable), old(std::exchange(variable, std::move(value))) {}
+    ~With() {
+        variable = std::move(old);
+    }
+    With(const With&) = delete;
+    With& operator=(const With&) = delete;
+
+private:
+    Type& variable;
+    Type old;
+};
+
+extern std::set<std::string, std::less<>> refusedVariables;  // setenv fails for these
+extern const char* libraryFile;                              // unless null, the file that dladdr names
+extern const char* resolvedPath;                             // unless null, what realpath answers
+extern bool allocationsAreSlow;                              // so that other threads overtake
+
+// Keeps, as long as it lives, what was called and thrown: "getenv NAME", "setenv NAME=value" ("setenv unless
+// defined NAME=value" when it does not overwrite), "dladdr", "realpath PATH", "throw TYPE: message".
+class CallLog {
+public:
+    CallLog();
+    ~CallLog();
+    CallLog(const CallLog&) = delete;
+    CallLog& operator=(const CallLog&) = delete;
+
+    std::vector<std::string> calls;
+};
+
+// How many allocations were made so far, and how many of them were not released.
+std::size_t allocations();
+std::size_t liveAllocations();
+
+// How many buffers from realpath were not released. Always 0 under a sanitizer: it owns free, and looks for
+// leaks itself.
+std::size_t liveResolvedPaths();
+
+}  // namespace faults
+
+#endif
