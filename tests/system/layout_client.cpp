@@ -1,44 +1,49 @@
-// Prints where the library that it is linked against believes the SDK to be. With an argument, it
-// changes to that directory first.
+// Prints where the library that it is linked to believes the SDK to be, and which search path that library
+// makes of "/x"; then the same path for each library file that it is told to load. Usage: layout_client
+// DIRECTORY-TO-CHANGE-TO [FILE...]
 
 #include "OrvexTestCommandLineParser.h"
+#include "OrvexTestCommandLineParserC.h"
 
+#include <dlfcn.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <exception>
 #include <iostream>
-#include <string>
 
 namespace {
 
-void printApplicationDir() {
-    try {
-        const std::string directory = OrvexTestCommandLineParser::getApplicationDir();
-        std::cout << "directory: " << directory << '\n';
-    } catch (const std::exception& exception) {
-        std::cout << "exception: " << exception.what() << '\n';
-    }
-}
-
-void printParse() {
+void printPath(const char* library, int (*parse)(int, char**)) {
+    setenv("GENICAM_GENTL64_PATH", "/x", 1);
     char name[] = "layout_client";
-    char option[] = "-tl";
-    char value[] = "DravikGTC";
-    char* arguments[] = {name, option, value};
-    OrvexTestCommandLineParser parser;
-    std::cout << "parse: " << (parser.Parse(3, arguments) ? "true" : "false") << '\n';
-    const char* path = std::getenv("GENICAM_GENTL64_PATH");
-    std::cout << "path: " << (path == nullptr ? "(undefined)" : path) << '\n';
+    char option[] = "-tl=DravikGTC";
+    char* arguments[] = {name, option};
+    const int result = parse(2, arguments);
+    std::cout << library << " gives " << result << ": " << std::getenv("GENICAM_GENTL64_PATH") << '\n';
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc > 1 && chdir(argv[1]) != 0) {
+    if (argc < 2 || chdir(argv[1]) != 0) {
         return EXIT_FAILURE;
     }
-    printApplicationDir();
-    printParse();
+    try {
+        std::cout << OrvexTestCommandLineParser::getApplicationDir() << '\n';
+    } catch (const std::exception& exception) {
+        std::cout << exception.what() << '\n';
+    }
+    printPath("linked", &OrvexTestCommandLineParser_Parse);
+    for (int i = 2; i < argc; ++i) {
+        void* const library = dlopen(argv[i], RTLD_NOW | RTLD_LOCAL);
+        void* const function =
+            library == nullptr ? nullptr : dlsym(library, "OrvexTestCommandLineParser_Parse");
+        if (function == nullptr) {
+            std::cout << dlerror() << '\n';
+            return EXIT_FAILURE;
+        }
+        printPath("loaded", reinterpret_cast<int (*)(int, char**)>(function));
+    }
     return EXIT_SUCCESS;
 }

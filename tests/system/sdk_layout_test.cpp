@@ -1,7 +1,10 @@
-// Where the library finds the SDK that it belongs to, for each way in which it can be loaded.
+// Where the library finds the SDK that it belongs to, laid out on disk and for each way to load it.
 
-#include "system/sdk_layout.h"
+#include "support/clean_environment.h"
 
+#include <stdlib.h>
+
+#include <cstdio>
 #include <filesystem>
 #include <ostream>
 #include <string>
@@ -11,176 +14,141 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class SdkLayout : public SdkLayoutTest {
+#define FRAMEWORK "Frameworks/orvex.framework/"
+#define LIBRARIES FRAMEWORK "Libraries"
+
+// What the client prints for a library that finds the SDK in this directory.
+std::string path(const char* library, const std::string& sdk) {
+    return library + (" gives 1: " + sdk) + "/" LIBRARIES "/gentlproducer/gtl:" + sdk +
+           "/" LIBRARIES "/orvexCXP/bin:/x\n";
+}
+
+// With a directory of its own, two levels below the root.
+class SdkLayout : public CleanEnvironmentTest {
 protected:
     SdkLayout() {
-        installSdk(base / "sdk");
+        std::string name = "/tmp/sdk_layout_XXXXXX";
+        EXPECT_NE(mkdtemp(name.data()), nullptr);
+        base = fs::canonical(name);
+        installSdk(base + "/sdk");
+    }
+    ~SdkLayout() override {
+        fs::remove_all(base);
     }
 
-    // What the client prints when the SDK was found and the search path was not defined before.
-    std::string found() const {
-        return withBase(clientOutput("{base}/sdk", "{base}/sdk" GTL_ENTRY "{base}/sdk" CXP_ENTRY));
+    static fs::path installLibrary(const fs::path& directory) {
+        fs::create_directories(directory);
+        fs::copy_file(LIBRARY_FILE, directory / LIBRARY_NAME);
+        return directory / LIBRARY_NAME;
     }
 
-    static std::string runFrom(const fs::path& libraryPath) {
-        return runClient({{"LD_LIBRARY_PATH", libraryPath}});
+    static void installSdk(const fs::path& sdk) {
+        installLibrary(sdk / FRAMEWORK "Versions/A/Libraries");
+        fs::create_directory_symlink("A", sdk / FRAMEWORK "Versions/Current");
+        fs::create_directory_symlink("Versions/Current/Libraries", sdk / LIBRARIES);
     }
+
+    void link(const fs::path& file, const fs::path& target) const {
+        fs::create_directories(base / file.parent_path());
+        fs::create_symlink(base / target, base / file);
+    }
+
+    // What the client prints that the dynamic loader links to the library in a directory.
+    std::string runClient(const std::string& libraryDirectory, const std::string& startDirectory = "/",
+                          const std::string& laterDirectory = ".",
+                          const std::vector<std::string>& load = {}) {
+        std::string command = "cd '" + startDirectory + "' && " LIBRARY_PATH_VARIABLE "='" +
+                              libraryDirectory + "' exec '" CLIENT_FILE "' '" + laterDirectory + "'";
+        for (const std::string& file : load) {
+            command += " '" + file + "'";
+        }
+        command += " 2>&1";
+        FILE* const output = popen(command.c_str(), "r");
+        std::string text;
+        for (int byte = fgetc(output); byte != EOF; byte = fgetc(output)) {
+            text += static_cast<char>(byte);
+        }
+        const int status = pclose(output);
+        return status == 0 ? text : text + "ended with status " + std::to_string(status) + '\n';
+    }
+
+    static std::string found(const std::string& sdk) {
+        return sdk + "\n" + path("linked", sdk);
+    }
+
+    std::string base;
 };
 
-// ---- The search path from before
+// Below the test's own directory, but for a library's directory that does not begin with a slash.
+struct Place {
+    const char* name;
+    const char* libraryDirectory;
+    const char* startDirectory;
+    const char* laterDirectory;
+    const char* sdk;
+};
 
-TEST_F(SdkLayout, UndefinedSearchPathLeavesAnEmptyEnd) {
-    EXPECT_EQ(runFrom(base / "sdk" / librariesWithoutLinks), found());
+void PrintTo(const Place& place, std::ostream* stream) {
+    *stream << place.name;
 }
 
-TEST_F(SdkLayout, DirectoryOfTheLibraryIsTheOneInTheSearchPath) {
-    EXPECT_TRUE(fs::equivalent(base / "sdk" / librariesWithoutLinks, base / "sdk" / librariesThroughLinks));
-}
+const Place places[] = {
+    {"WithoutLinks", "/sdk/" FRAMEWORK "Versions/A/Libraries", "", "", "/sdk"},
+    {"LinkToLibraries", "/sdk/" LIBRARIES, "", "", "/sdk"},
+    {"LinkToCurrentVersion", "/sdk/" FRAMEWORK "Versions/Current/Libraries", "", "", "/sdk"},
+    {"LinkToSdk", "/links/sdk/" LIBRARIES, "", "", "/sdk"},
+    {"LinkToFrameworks", "/links/a/" LIBRARIES, "", "", "/sdk"},
+    {"LinkToFramework", "/links/b/" LIBRARIES, "", "", "/sdk"},
+    {"LinkToDirectory", "/links/c/d/e/f/link", "", "", "/sdk"},
+    {"RelativeFromItsDirectory", ".", "/sdk/" LIBRARIES, "/sdk/" LIBRARIES, "/sdk"},
+    {"RelativeFromTheSdk", LIBRARIES, "/sdk", "/sdk", "/sdk"},
+    {"RelativeFromBesideTheSdk", "../sdk/" LIBRARIES, "/links", "/links", "/sdk"},
+    // Each call resolves the path anew, from the directory that is current then.
+    {"RelativeFromAnotherDirectory", ".", "/sdk/" LIBRARIES, "/other/b/c/d/e/f", "/other"},
+#ifndef __APPLE__
+    // There, the dynamic loader itself follows a link in place of the file.
+    {"LinkToFile", "/other/b/c/d/e/f", "", "", "/other"},
+#endif
+};
 
-TEST_F(SdkLayout, EmptySearchPathLeavesAnEmptyEnd) {
-    EXPECT_EQ(
-        runClient({{"LD_LIBRARY_PATH", base / "sdk" / librariesWithoutLinks}, {"GENICAM_GENTL64_PATH", ""}}),
-        found());
-}
+class SdkPlace : public SdkLayout, public ::testing::WithParamInterface<Place> {};
 
-TEST_F(SdkLayout, SearchPathFromBeforeIsKeptAsItStands) {
-    for (const char* before : {"/x/gtl", "/x/gtl:/y/gtl", ":", "$(HOME)/gtl", "%HOME%/gtl", "100%", "$$",
-                               "$(", "%%", "$(GENICAM_GENTL64_PATH)", "/with blank"}) {
-        SCOPED_TRACE(before);
-        EXPECT_EQ(runClient({{"LD_LIBRARY_PATH", base / "sdk" / librariesWithoutLinks},
-                             {"GENICAM_GENTL64_PATH", before},
-                             {"HOME", "/home/user"}}),
-                  withBase(clientOutput(
-                      "{base}/sdk", std::string("{base}/sdk" GTL_ENTRY "{base}/sdk" CXP_ENTRY) + before)));
-    }
-}
+INSTANTIATE_TEST_SUITE_P(Places, SdkPlace, ::testing::ValuesIn(places), ::testing::PrintToStringParamName());
 
-// ---- Links
-
-TEST_F(SdkLayout, IsFoundThroughTheLibrariesLink) {
-    EXPECT_EQ(runFrom(base / "sdk" / librariesThroughLinks), found());
-}
-
-TEST_F(SdkLayout, IsFoundThroughTheLinkToTheCurrentVersion) {
-    EXPECT_EQ(runFrom(base / "sdk/Frameworks/orvex.framework/Versions/Current/Libraries"), found());
-}
-
-TEST_F(SdkLayout, IsFoundThroughALinkToTheSdk) {
-    fs::create_directories(base / "elsewhere");
-    fs::create_directory_symlink(base / "sdk", base / "elsewhere/link");
-    EXPECT_EQ(runFrom(base / "elsewhere/link" / librariesWithoutLinks), found());
-    EXPECT_EQ(runFrom(base / "elsewhere/link" / librariesThroughLinks), found());
-}
-
-TEST_F(SdkLayout, IsFoundThroughALinkToTheFrameworksDirectory) {
-    fs::create_directories(base / "elsewhere/deeper");
-    fs::create_directory_symlink("../../sdk/Frameworks", base / "elsewhere/deeper/Frameworks");
-    EXPECT_EQ(runFrom(base / "elsewhere/deeper" / librariesThroughLinks), found());
-}
-
-TEST_F(SdkLayout, IsFoundThroughALinkToTheFramework) {
-    fs::create_directories(base / "elsewhere/Frameworks");
-    fs::create_directory_symlink(base / "sdk/Frameworks/orvex.framework",
-                                 base / "elsewhere/Frameworks/orvex.framework");
-    EXPECT_EQ(runFrom(base / "elsewhere" / librariesThroughLinks), found());
-}
-
-TEST_F(SdkLayout, IsFoundThroughALinkToTheDirectoryOfTheLibrary) {
-    fs::create_directories(base / "a/b/c/d/e");
-    fs::create_directory_symlink(base / "sdk" / librariesWithoutLinks, base / "a/b/c/d/e/link");
-    EXPECT_EQ(runFrom(base / "a/b/c/d/e/link"), found());
-}
-
-TEST_F(SdkLayout, LinkInPlaceOfTheFileIsNotFollowed) {
-    fs::create_directories(base / "other/b/c/d/e/f");
-    fs::create_symlink(base / "sdk" / librariesWithoutLinks / libraryName,
-                       base / "other/b/c/d/e/f" / libraryName);
-    EXPECT_EQ(runFrom(base / "other/b/c/d/e/f"),
-              withBase(clientOutput("{base}/other", "{base}/other" GTL_ENTRY "{base}/other" CXP_ENTRY)));
-}
-
-// ---- Relative paths
-
-TEST_F(SdkLayout, IsFoundFromTheDirectoryOfTheLibrary) {
-    EXPECT_EQ(runClient({{"LD_LIBRARY_PATH", "."}}, base / "sdk" / librariesWithoutLinks), found());
-    EXPECT_EQ(runClient({{"LD_LIBRARY_PATH", "."}}, base / "sdk" / librariesThroughLinks), found());
-}
-
-TEST_F(SdkLayout, IsFoundFromTheDirectoryOfTheSdk) {
-    EXPECT_EQ(runClient({{"LD_LIBRARY_PATH", librariesThroughLinks}}, base / "sdk"), found());
-}
-
-TEST_F(SdkLayout, IsFoundFromADirectoryBesideTheSdk) {
-    fs::create_directories(base / "beside");
-    EXPECT_EQ(runClient({{"LD_LIBRARY_PATH", fs::path("../sdk") / librariesThroughLinks}}, base / "beside"),
-              found());
-}
-
-TEST_F(SdkLayout, RelativePathIsTakenFromTheCurrentDirectoryOfTheCall) {
-    fs::create_directories(base / "other/b/c/d/e/f");
-    EXPECT_EQ(runClient({{"LD_LIBRARY_PATH", "."}}, base / "sdk" / librariesWithoutLinks,
-                        {base / "other/b/c/d/e/f"}),
-              withBase(clientOutput("{base}/other", "{base}/other" GTL_ENTRY "{base}/other" CXP_ENTRY)));
+TEST_P(SdkPlace, IsFound) {
+    link("links/sdk", "sdk");
+    link("links/a/Frameworks", "sdk/Frameworks");
+    link("links/b/Frameworks/orvex.framework", "sdk/Frameworks/orvex.framework");
+    link("links/c/d/e/f/link", "sdk/" LIBRARIES);
+    link(fs::path("other/b/c/d/e/f") / LIBRARY_NAME, fs::path("sdk/" LIBRARIES) / LIBRARY_NAME);
+    const Place& place = GetParam();
+    const std::string directory = place.libraryDirectory;
+    EXPECT_EQ(runClient(directory[0] == '/' ? base + directory : directory, base + place.startDirectory,
+                        base + place.laterDirectory),
+              found(base + place.sdk));
 }
 
 TEST_F(SdkLayout, RelativePathThatLeadsNowhereMakesParseFail) {
-    EXPECT_EQ(runClient({{"LD_LIBRARY_PATH", librariesThroughLinks}, {"GENICAM_GENTL64_PATH", "/x/gtl"}},
-                        base / "sdk", {"/"}),
-              "exception: OrvexTestCommandLineParser::getApplicationDir> realpath() failed\n"
-              "parse: false\n"
-              "path: /x/gtl\n");
+    EXPECT_EQ(runClient(LIBRARIES, base + "/sdk", "/"),
+              "OrvexTestCommandLineParser::getApplicationDir> realpath() failed\nlinked gives 0: /x\n");
 }
 
-// ---- A library that is loaded by its file name
-
-TEST_F(SdkLayout, IsFoundForALibraryThatIsLoadedByItsFileName) {
-    const std::string expected =
-        withBase("parse: true\npath: {base}/sdk" GTL_ENTRY "{base}/sdk" CXP_ENTRY "/x\n");
-    const Environment environment = {{"GENICAM_GENTL64_PATH", "/x"}};
-    EXPECT_EQ(runLoader(base / "sdk" / librariesThroughLinks / libraryName, environment), expected);
-    EXPECT_EQ(runLoader(fs::path(librariesThroughLinks) / libraryName, environment, base / "sdk"), expected);
-    EXPECT_EQ(runLoader(std::string("./") + libraryName, environment, base / "sdk" / librariesWithoutLinks),
-              expected);
+TEST_F(SdkLayout, DirectoryIsEmptyWhereTheClimbReachesTheRoot) {
+    EXPECT_EQ(runClient(installLibrary(base + "/c/d/e").parent_path()), found(""));
+    EXPECT_EQ(runClient(installLibrary(base + "/c/d/e/f").parent_path()), found("/tmp"));
 }
 
-TEST_F(SdkLayout, ColonInTheDirectoryIsKept) {
-    installSdk(base / "a:b");
-    EXPECT_EQ(runLoader(base / "a:b" / librariesThroughLinks / libraryName, {}),
-              withBase("parse: true\npath: {base}/a:b" GTL_ENTRY "{base}/a:b" CXP_ENTRY "\n"));
+// A copy of the library that is loaded calls nothing of the copy that the program is linked to, and so finds
+// the SDK that it lies in itself.
+TEST_F(SdkLayout, EveryCopyInAProcessFindsItsOwnSdk) {
+    for (const char* name : {"second", "Orvex SDK 7", "a:b", "Ger\xC3\xA4t"}) {
+        SCOPED_TRACE(name);
+        const std::string sdk = base + "/" + name;
+        installSdk(sdk);
+        ASSERT_EQ(runClient(base + "/sdk/" LIBRARIES, sdk, ".",
+                            {sdk + "/" LIBRARIES "/" LIBRARY_NAME, "./" LIBRARIES "/" LIBRARY_NAME}),
+                  found(base + "/sdk") + path("loaded", sdk) + path("loaded", sdk));
+    }
 }
-
-// ---- Too near the root
-
-struct Depth {
-    const char* name;
-    const char* directory;
-    const char* expected;
-};
-
-void PrintTo(const Depth& depth, std::ostream* stream) {
-    *stream << depth.name;
-}
-
-class NearTheRoot : public SdkLayoutTest, public ::testing::WithParamInterface<Depth> {
-protected:
-    NearTheRoot() : SdkLayoutTest("/tmp") {}
-};
-
-// The directory of the test lies two levels below the root.
-const std::vector<Depth> depths = {
-    {"TwoLevels", "", ""},       {"ThreeLevels", "c", ""},         {"FourLevels", "c/d", ""},
-    {"FiveLevels", "c/d/e", ""}, {"SixLevels", "c/d/e/f", "/tmp"}, {"SevenLevels", "c/d/e/f/g", "{base}"},
-};
-
-TEST_P(NearTheRoot, DirectoryIsEmptyWhereTheClimbReachesTheRoot) {
-    ASSERT_EQ(base.parent_path(), "/tmp");
-    installLibrary(base / GetParam().directory);
-    const std::string directory = GetParam().expected;
-    EXPECT_EQ(runClient({{"LD_LIBRARY_PATH", base / GetParam().directory}, {"GENICAM_GENTL64_PATH", "/x"}}),
-              withBase(clientOutput(directory, directory + GTL_ENTRY + directory + CXP_ENTRY + "/x")));
-}
-
-INSTANTIATE_TEST_SUITE_P(Depths, NearTheRoot, ::testing::ValuesIn(depths),
-                         [](const auto& info) { return info.param.name; });
 
 }  // namespace
