@@ -1,9 +1,6 @@
 #include "fault/every_effect.h"
 
-#include "support/arguments.h"
-
 #include <algorithm>
-#include <cctype>
 #include <sstream>
 
 namespace {
@@ -141,10 +138,9 @@ void PrintTo(Form form, std::ostream* stream) {
 
 FormedArguments::FormedArguments(Form form, const std::vector<std::string>& texts)
     : form(form), narrow(texts) {
-    for (std::string& text : narrow) {
+    for (const std::string& text : texts) {
         wide.emplace_back(text.begin(), text.end());
         packed += text + '\0';
-        narrowPointers.push_back(text.data());
     }
     for (std::wstring& text : wide) {
         widePointers.push_back(text.data());
@@ -152,15 +148,9 @@ FormedArguments::FormedArguments(Form form, const std::vector<std::string>& text
 }
 
 bool FormedArguments::parse(OrvexTestCommandLineParser& parser) {
-    const int count = static_cast<int>(narrow.size());
-    switch (form) {
-        case Form::Wide:
-            return parser.Parse(count, widePointers.data());
-        case Form::Packed:
-            return parser.Parse(count, packed.data());
-        default:
-            return parser.Parse(count, narrowPointers.data());
-    }
+    return form == Form::Wide     ? parser.Parse(narrow.argc(), widePointers.data())
+           : form == Form::Packed ? parser.Parse(narrow.argc(), packed.data())
+                                  : parser.Parse(narrow.argc(), narrow.argv());
 }
 
 Snapshot stateOf(const OrvexTestCommandLineParser& parser) {

@@ -5,6 +5,7 @@
 
 #include "OrvexTestCommandLineParser.h"
 
+#include "support/arguments.h"
 #include "support/clean_environment.h"
 #include "support/faults.h"
 #include "support/parser_snapshot.h"
@@ -30,11 +31,10 @@ public:
 
 private:
     const Form form;
-    std::vector<std::string> narrow;
+    Arguments narrow;
     std::vector<std::wstring> wide;
-    std::string packed;
-    std::vector<char*> narrowPointers;
     std::vector<wchar_t*> widePointers;
+    std::string packed;
 };
 
 struct Effect {

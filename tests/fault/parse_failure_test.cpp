@@ -67,6 +67,13 @@ protected:
 INSTANTIATE_TEST_SUITE_P(EveryForm, ParseFailure, ::testing::ValuesIn(everyForm),
                          ::testing::PrintToStringParamName());
 
+template <typename Function>
+Texts callsOf(Function function) {
+    const CallLog log;
+    function();
+    return log.calls;
+}
+
 int noFault() {
     return 0;
 }
@@ -165,49 +172,34 @@ protected:
 
 TEST_F(RefusedParse, OfNoArgumentsReadsAndChangesNothing) {
     char* arguments[] = {nullptr};
-    Texts calls;
-    {
-        const CallLog log;
+    const Texts calls = callsOf([&] {
         EXPECT_TRUE(parser.Parse(0, arguments));
         EXPECT_TRUE(parser.Parse(0, static_cast<char**>(nullptr)));
         EXPECT_FALSE(parser.Parse(-1, arguments));
         EXPECT_FALSE(parser.Parse(-1, static_cast<char**>(nullptr)));
         EXPECT_FALSE(parser.Parse(1, static_cast<char**>(nullptr)));
-        calls = log.calls;
-    }
+    });
     EXPECT_EQ(calls, (Texts{"throw invalid_argument: argc must be at least 1",
                             "throw invalid_argument: argc must be at least 1",
                             "throw invalid_argument: argv must be valid"}));
     expectNoEffect({});
 }
 
+const char* const openQuote = "throw runtime_error: Starting quote has no ending quote.";
+
 TEST_F(RefusedParse, OfAnOpenQuoteInFrontChangesNothing) {
-    const Environment open = {{"ORVEX_TEST_ARGS", "SuiteB -o other 'open"}};
-    set("ORVEX_TEST_ARGS", open.at("ORVEX_TEST_ARGS"));
-    Texts calls;
-    {
-        const CallLog log;
-        EXPECT_FALSE(parse(parser, commandLine()));
-        calls = log.calls;
-    }
-    EXPECT_EQ(calls,
-              (Texts{"getenv ORVEX_TEST_ARGS", "throw runtime_error: Starting quote has no ending quote."}));
-    expectNoEffect(open);
+    set("ORVEX_TEST_ARGS", "SuiteB -o other 'open");
+    EXPECT_EQ(callsOf([&] { EXPECT_FALSE(parse(parser, commandLine())); }),
+              (Texts{"getenv ORVEX_TEST_ARGS", openQuote}));
+    expectNoEffect({{"ORVEX_TEST_ARGS", "SuiteB -o other 'open"}});
 }
 
 TEST_F(RefusedParse, OfAnOpenQuoteAtTheEndLeavesTheRestScanned) {
-    const Environment open = {{"_ORVEX_TEST_ARGS_", "SuiteB -o other \"open"}};
-    set("_ORVEX_TEST_ARGS_", open.at("_ORVEX_TEST_ARGS_"));
-    Texts calls;
-    {
-        const CallLog log;
-        EXPECT_FALSE(parse(parser, commandLine()));
-        calls = log.calls;
-    }
-    EXPECT_EQ(calls, (Texts{"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_",
-                            "throw runtime_error: Starting quote has no ending quote."}));
+    set("_ORVEX_TEST_ARGS_", "SuiteB -o other \"open");
+    EXPECT_EQ(callsOf([&] { EXPECT_FALSE(parse(parser, commandLine())); }),
+              (Texts{"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_", openQuote}));
     const std::size_t appended = longWords(argumentVariables.at("_ORVEX_TEST_ARGS_")).size();
-    expectNoEffect(open, statesOfScan().size() - 1 - appended);
+    expectNoEffect({{"_ORVEX_TEST_ARGS_", "SuiteB -o other \"open"}}, statesOfScan().size() - 1 - appended);
 }
 
 TEST_F(RefusedParse, OfAVariableWithoutANameReadsNothing) {

@@ -7,10 +7,8 @@
 #include "support/clean_environment.h"
 #include "support/faults.h"
 
-#include <csignal>
 #include <cstdlib>
 #include <exception>
-#include <string>
 
 namespace {
 
@@ -72,15 +70,6 @@ TEST_F(StrangeException, EndsTheProcessInTheCFunction) {
             parseAndExit([this] { OrvexTestCommandLineParser_Parse(arguments.argc(), arguments.argv()); });
         },
         ::testing::ExitedWithCode(exitCodeOfTerminate), "");
-}
-
-TEST_F(StrangeException, AbortsTheProcessWithoutATerminateHandler) {
-    EXPECT_EXIT(
-        {
-            const Failure failure(Call::StrangeAllocation);
-            parser.Parse(arguments.argc(), arguments.argv());
-        },
-        ::testing::KilledBySignal(SIGABRT), "");
 }
 
 }  // namespace

@@ -1,5 +1,0 @@
-// The two headers in one program.
-
-#include "OrvexTestCommandLineParserC.h"
-
-#include "OrvexTestCommandLineParser.h"

@@ -1,6 +1,0 @@
-// The C header, read as C++, needs no other before it and may be included twice.
-
-#include "OrvexTestCommandLineParserC.h"
-
-// A second time.
-#include "OrvexTestCommandLineParserC.h"  // NOLINT(readability-duplicate-include)
