@@ -1,7 +1,6 @@
 // What happens when the first, the second, the third ... allocation fails.
 
 #include "fault/every_effect.h"
-#include "support/arguments.h"
 
 #include <algorithm>
 #include <new>
@@ -25,7 +24,7 @@ public:
     void advanceTo(const Snapshot& state) {
         const auto current = states.begin() + static_cast<std::ptrdiff_t>(position);
         auto found = std::find(current, states.end(), state);
-        ASSERT_NE(found, states.end()) << differences(*current, state);
+        ASSERT_NE(found, states.end()) << firstDifference(*current, state);
         // An effect that changes nothing counts as done.
         while (found + 1 != states.end() && *(found + 1) == state) {
             ++found;
@@ -50,7 +49,7 @@ protected:
     bool parseWithFailing(std::size_t nth, Inspect inspect) {
         OrvexTestCommandLineParser parser;
         prepare(parser);
-        FormedArguments arguments(std::get<Form>(GetParam()), commandLine());
+        FormedArguments arguments(std::get<Form>(GetParam()), programName + options);
         hasThrown = result = false;
         bool hasFailed = false;
         {
@@ -98,7 +97,7 @@ TEST_P(ParseOutOfMemory, KeepsWhatItDidBefore) {
         Position& line = isExpanded ? effects : effectsWithoutExpansion;
         ASSERT_NO_FATAL_FAILURE(line.advanceTo(state));
         ASSERT_NO_FATAL_FAILURE(scan.advanceTo(stateLater));
-        ASSERT_EQ(result, !isExpanded && line.position == everyEffect().size());
+        ASSERT_EQ(result, !isExpanded && line.position == everyEffect.size());
         // The wide and the packed form allocate before the parse begins.
         const bool isBefore = std::get<Form>(GetParam()) != Form::Narrow && nth == 1;
         ASSERT_TRUE(isBefore <= hasThrown);
@@ -107,14 +106,14 @@ TEST_P(ParseOutOfMemory, KeepsWhatItDidBefore) {
     EXPECT_TRUE(result);
 
     // Each field needs memory, so that there was a failure before each.
-    for (std::size_t i = 0; i < everyEffect().size(); ++i) {
-        const Effect& effect = everyEffect()[i];
+    for (std::size_t i = 0; i < everyEffect.size(); ++i) {
+        const Effect& effect = everyEffect[i];
         if (!effect.isVariable() && effect.value.find('~') != std::string::npos) {
             EXPECT_TRUE(effects.seen.count(i) + effectsWithoutExpansion.seen.count(i)) << effect.name;
         }
     }
     EXPECT_EQ(scan.position, statesOfScan().size() - 1);
-    const bool goesOn = effectsWithoutExpansion.position == everyEffect().size();
+    const bool goesOn = effectsWithoutExpansion.position == everyEffect.size();
     EXPECT_EQ(goesOn, failsOnce);
 }
 
@@ -175,7 +174,7 @@ TEST_F(OutOfMemory, HelpMessageThrows) {
     const std::string name = "a name that no string holds without an allocation";
     EXPECT_GE(exhaustMemoryIn([&] { parser.getHelpMessage(""); }), 1U);
     EXPECT_GE(exhaustMemoryIn([&] { parser.getHelpMessage(name); }), 2U);
-    EXPECT_EQ(differences(statesOfEffects().front(), stateOf(parser)), "");
+    EXPECT_EQ(firstDifference(statesOfEffects().front(), stateOf(parser)), "");
 }
 
 TEST_F(OutOfMemory, ArgumentsFromAVariableAreKeptAsFarAsTheyWereScanned) {
@@ -185,7 +184,7 @@ TEST_F(OutOfMemory, ArgumentsFromAVariableAreKeptAsFarAsTheyWereScanned) {
         SCOPED_TRACE("allocation " + std::to_string(nth));
         OrvexTestCommandLineParser fresh;
         prepare(fresh);
-        const std::string program = commandLine().front();
+        const std::string program = programName.front();
         hasThrown = false;
         try {
             const Failure failure(Call::Allocation, nth);
@@ -193,10 +192,10 @@ TEST_F(OutOfMemory, ArgumentsFromAVariableAreKeptAsFarAsTheyWereScanned) {
         } catch (const std::bad_alloc&) {
             hasThrown = true;
         }
-        ASSERT_EQ(differences(statesOfEffects().front(), stateOf(fresh)), "");
+        ASSERT_EQ(firstDifference(statesOfEffects().front(), stateOf(fresh)), "");
         ASSERT_NO_FATAL_FAILURE(scan.advanceTo(stateAfterLaterParse(fresh)));
     }
-    EXPECT_EQ(scan.position, longWords(argumentVariables.at("ORVEX_TEST_ARGS")).size() + 1);
+    EXPECT_EQ(scan.position, splitAtBlanks(prepended).size() + 1);
 }
 
 TEST_F(OutOfMemory, MessageAboutABadArgumentIsNotNeeded) {

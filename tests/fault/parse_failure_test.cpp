@@ -15,20 +15,14 @@ using faults::Failure;
 using faults::Times;
 using faults::With;
 
-using Texts = std::vector<std::string>;
-
 class ParseFailure : public EveryEffectTest, public ::testing::WithParamInterface<Form> {
 protected:
     // Lets a new parser parse the command line, with more arguments at its end, while there is a fault.
     template <typename MakeFault>
-    bool parseWith(MakeFault makeFault, const std::string& more = "") {
+    bool parseWith(MakeFault makeFault, const Texts& more = {}) {
         parser = std::make_unique<OrvexTestCommandLineParser>();
         prepare(*parser);
-        Texts list = commandLine();
-        for (const std::string& argument : longWords(more)) {
-            list.push_back(argument);
-        }
-        FormedArguments arguments(GetParam(), list);
+        FormedArguments arguments(GetParam(), programName + options + more);
         [[maybe_unused]] const auto fault = makeFault();
         const CallLog log;
         const bool result = arguments.parse(*parser);
@@ -39,7 +33,7 @@ protected:
     // That the parse kept exactly what it did before the effect, that its calls were those up to this one
     // (and what was thrown then), and that a later parse finds the arguments of all sources scanned.
     void expectEnd(const std::string& effect, const std::string& lastCall, const std::string& thrown = "",
-                   const std::string& laterArguments = "") {
+                   const Texts& laterArguments = {}) {
         Texts expectedCalls;
         for (const std::string& call : everyCall()) {
             expectedCalls.push_back(call);
@@ -54,9 +48,9 @@ protected:
         expectState(statesOfEffects().at(positionOf(effect)), laterArguments);
     }
 
-    void expectState(const Snapshot& state, const std::string& laterArguments = "") {
-        ASSERT_EQ(differences(state, stateOf(*parser)), "");
-        ASSERT_EQ(differences(statesOfScan().back(), stateAfterLaterParse(*parser, laterArguments)), "");
+    void expectState(const Snapshot& state, const Texts& laterArguments = {}) {
+        ASSERT_EQ(firstDifference(state, stateOf(*parser)), "");
+        ASSERT_EQ(firstDifference(statesOfScan().back(), stateAfterLaterParse(*parser, laterArguments)), "");
         ASSERT_EQ(faults::liveResolvedPaths(), 0U);
     }
 
@@ -132,25 +126,23 @@ TEST_P(ParseFailure, OfANumberEndsTheParseBeforeItsVariable) {
     };
     for (const auto& [arguments, effect, lastCall] : rows) {
         SCOPED_TRACE(arguments);
-        EXPECT_FALSE(parseWith(noFault, arguments));
-        ASSERT_NO_FATAL_FAILURE(
-            expectEnd(effect, lastCall, "", "-socketbuffer 1~ -packetsize 2~ -packetdelay 3~ -camemu 4~"));
+        EXPECT_FALSE(parseWith(noFault, longWords(arguments)));
+        ASSERT_NO_FATAL_FAILURE(expectEnd(
+            effect, lastCall, "", longWords("-socketbuffer 1~ -packetsize 2~ -packetdelay 3~ -camemu 4~")));
     }
 }
 
 TEST_P(ParseFailure, OfTheDirectoryEndsTheParseBeforeTheProducerPath) {
-    EXPECT_FALSE(parseWith([&] { return Failure(Call::DlAddr); }));
-    expectEnd("GENICAM_GENTL64_PATH", "dladdr",
-              "runtime_error: OrvexTestCommandLineParser::getApplicationDir> dladdr() failed");
-    EXPECT_FALSE(parseWith([&] { return Failure(Call::RealPath); }));
-    expectEnd("GENICAM_GENTL64_PATH", "realpath",
-              "runtime_error: OrvexTestCommandLineParser::getApplicationDir> realpath() failed");
-    for (const char* path : {"nowhere", ""}) {
-        SCOPED_TRACE(path);
-        EXPECT_FALSE(parseWith([&] { return With(faults::resolvedPath, path); }));
-        expectEnd("GENICAM_GENTL64_PATH", "realpath",
-                  "runtime_error: OrvexTestCommandLineParser::Parse> can't query path");
-    }
+    const auto expectDirectoryEnd = [this](const char* lastCall, const char* message) {
+        expectEnd("GENICAM_GENTL64_PATH", lastCall,
+                  std::string("runtime_error: OrvexTestCommandLineParser::") + message);
+    };
+    EXPECT_FALSE(parseWith([] { return Failure(Call::DlAddr); }));
+    ASSERT_NO_FATAL_FAILURE(expectDirectoryEnd("dladdr", "getApplicationDir> dladdr() failed"));
+    EXPECT_FALSE(parseWith([] { return Failure(Call::RealPath); }));
+    ASSERT_NO_FATAL_FAILURE(expectDirectoryEnd("realpath", "getApplicationDir> realpath() failed"));
+    EXPECT_FALSE(parseWith([] { return With(faults::resolvedPath, "nowhere"); }));
+    ASSERT_NO_FATAL_FAILURE(expectDirectoryEnd("realpath", "Parse> can't query path"));
 }
 
 // ---- Before anything is done
@@ -163,8 +155,8 @@ protected:
 
     // That nothing has changed, and that a later parse finds scanned what stands before this position.
     void expectNoEffect(const Environment& environment, std::size_t scanned = 0) {
-        EXPECT_EQ(differences(changed(statesOfEffects().front(), environment), stateOf(parser)), "");
-        EXPECT_EQ(differences(statesOfScan().at(scanned), stateAfterLaterParse(parser)), "");
+        EXPECT_EQ(firstDifference(changed(statesOfEffects().front(), environment), stateOf(parser)), "");
+        EXPECT_EQ(firstDifference(statesOfScan().at(scanned), stateAfterLaterParse(parser)), "");
     }
 
     OrvexTestCommandLineParser parser;
@@ -189,17 +181,17 @@ const char* const openQuote = "throw runtime_error: Starting quote has no ending
 
 TEST_F(RefusedParse, OfAnOpenQuoteInFrontChangesNothing) {
     set("ORVEX_TEST_ARGS", "SuiteB -o other 'open");
-    EXPECT_EQ(callsOf([&] { EXPECT_FALSE(parse(parser, commandLine())); }),
+    EXPECT_EQ(callsOf([&] { EXPECT_FALSE(parse(parser, programName + options)); }),
               (Texts{"getenv ORVEX_TEST_ARGS", openQuote}));
     expectNoEffect({{"ORVEX_TEST_ARGS", "SuiteB -o other 'open"}});
 }
 
 TEST_F(RefusedParse, OfAnOpenQuoteAtTheEndLeavesTheRestScanned) {
     set("_ORVEX_TEST_ARGS_", "SuiteB -o other \"open");
-    EXPECT_EQ(callsOf([&] { EXPECT_FALSE(parse(parser, commandLine())); }),
+    EXPECT_EQ(callsOf([&] { EXPECT_FALSE(parse(parser, programName + options)); }),
               (Texts{"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_", openQuote}));
-    const std::size_t appended = longWords(argumentVariables.at("_ORVEX_TEST_ARGS_")).size();
-    expectNoEffect({{"_ORVEX_TEST_ARGS_", "SuiteB -o other \"open"}}, statesOfScan().size() - 1 - appended);
+    expectNoEffect({{"_ORVEX_TEST_ARGS_", "SuiteB -o other \"open"}},
+                   statesOfScan().size() - 1 - splitAtBlanks(appended).size());
 }
 
 TEST_F(RefusedParse, OfAVariableWithoutANameReadsNothing) {
