@@ -8,6 +8,7 @@
 #include "support/faults.h"
 
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,7 @@ TEST_F(OutOfMemory, TokenizerThrowsAndLeavesTheTokens) {
     const std::string text = token + " '" + token + "' \"" + token + "\"\\" + token;
     const std::vector<std::string> before = {"before"};
     std::vector<std::string> tokens = before;
+    EXPECT_THROW(orvex::splitArgumentString("token 'open", tokens), std::runtime_error);
     std::size_t nth = 0;
     while (tokens == before) {
         const Failure failure(Call::Allocation, ++nth);
