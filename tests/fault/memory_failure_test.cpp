@@ -118,8 +118,9 @@ TEST_P(ParseOutOfMemory, KeepsWhatItDidBefore) {
 }
 
 TEST_P(ParseOutOfMemory, LeaksNothing) {
-    for (std::size_t nth = 1, before = 0, hasFailed = 1; hasFailed != 0; ++nth) {
-        before = faults::liveAllocations();
+    bool hasFailed = true;
+    for (std::size_t nth = 1; hasFailed; ++nth) {
+        const std::size_t before = faults::liveAllocations();
         hasFailed = parseWithFailing(nth, [](OrvexTestCommandLineParser& /*parser*/) {});
         ASSERT_EQ(faults::liveAllocations(), before) << "allocation " << nth;
         ASSERT_EQ(faults::liveResolvedPaths(), 0U) << "allocation " << nth;
@@ -184,11 +185,10 @@ TEST_F(OutOfMemory, ArgumentsFromAVariableAreKeptAsFarAsTheyWereScanned) {
         SCOPED_TRACE("allocation " + std::to_string(nth));
         OrvexTestCommandLineParser fresh;
         prepare(fresh);
-        const std::string program = programName.front();
         hasThrown = false;
         try {
             const Failure failure(Call::Allocation, nth);
-            fresh.ParseArgsFromEnvironmentVariable("ORVEX_TEST_ARGS", program.c_str());
+            fresh.ParseArgsFromEnvironmentVariable("ORVEX_TEST_ARGS", programName.front().c_str());
         } catch (const std::bad_alloc&) {
             hasThrown = true;
         }

@@ -54,16 +54,16 @@ protected:
     }
 
     // What the client prints that the dynamic loader links to the library in a directory.
-    std::string runClient(const std::string& libraryDirectory, const std::string& startDirectory = "/",
-                          const std::string& laterDirectory = ".",
-                          const std::vector<std::string>& load = {}) {
+    static std::string runClient(const std::string& libraryDirectory, const std::string& startDirectory = "/",
+                                 const std::string& laterDirectory = ".",
+                                 const std::vector<std::string>& load = {}) {
         std::string command = "cd '" + startDirectory + "' && " LIBRARY_PATH_VARIABLE "='" +
                               libraryDirectory + "' exec '" CLIENT_FILE "' '" + laterDirectory + "'";
         for (const std::string& file : load) {
             command += " '" + file + "'";
         }
         command += " 2>&1";
-        FILE* const output = popen(command.c_str(), "r");
+        FILE* const output = popen(command.c_str(), "r");  // NOLINT(cert-env33-c): fixed commands
         std::string text;
         for (int byte = fgetc(output); byte != EOF; byte = fgetc(output)) {
             text += static_cast<char>(byte);
