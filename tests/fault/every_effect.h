@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -31,17 +30,8 @@ inline std::string lengthened(std::string text) {
     return text;
 }
 
-inline Texts splitAtBlanks(const std::string& text) {
-    std::istringstream stream(text);
-    Texts words;
-    for (std::string word; stream >> word;) {
-        words.push_back(word);
-    }
-    return words;
-}
-
 inline Texts longWords(const std::string& text) {
-    return splitAtBlanks(lengthened(text));
+    return words(lengthened(text));
 }
 
 // ---- The command line, and what is in the two variables
@@ -281,7 +271,7 @@ protected:
     // three ... of the arguments of all sources.
     static const std::vector<Snapshot>& statesOfScan() {
         static const std::vector<Snapshot> states = [] {
-            const Texts all = programName + splitAtBlanks(prepended) + options + splitAtBlanks(appended);
+            const Texts all = programName + words(prepended) + options + words(appended);
             std::vector<Snapshot> list;
             for (auto end = all.begin();; ++end) {
                 OrvexTestCommandLineParser parser;

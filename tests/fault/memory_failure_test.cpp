@@ -195,7 +195,7 @@ TEST_F(OutOfMemory, ArgumentsFromAVariableAreKeptAsFarAsTheyWereScanned) {
         ASSERT_EQ(firstDifference(statesOfEffects().front(), stateOf(fresh)), "");
         ASSERT_NO_FATAL_FAILURE(scan.advanceTo(stateAfterLaterParse(fresh)));
     }
-    EXPECT_EQ(scan.position, splitAtBlanks(prepended).size() + 1);
+    EXPECT_EQ(scan.position, words(prepended).size() + 1);
 }
 
 TEST_F(OutOfMemory, MessageAboutABadArgumentIsNotNeeded) {

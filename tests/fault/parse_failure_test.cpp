@@ -191,7 +191,7 @@ TEST_F(RefusedParse, OfAnOpenQuoteAtTheEndLeavesTheRestScanned) {
     EXPECT_EQ(callsOf([&] { EXPECT_FALSE(parse(parser, programName + options)); }),
               (Texts{"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_", openQuote}));
     expectNoEffect({{"_ORVEX_TEST_ARGS_", "SuiteB -o other \"open"}},
-                   statesOfScan().size() - 1 - splitAtBlanks(appended).size());
+                   statesOfScan().size() - 1 - words(appended).size());
 }
 
 TEST_F(RefusedParse, OfAVariableWithoutANameReadsNothing) {
