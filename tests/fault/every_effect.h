@@ -221,6 +221,12 @@ inline std::string firstDifference(const Snapshot& expected, const Snapshot& act
 // A test in which the SDK is in /sdk.
 class EveryEffectTest : public CleanEnvironmentTest {
 protected:
+    // Not in the middle of a test: what the states are taken from changes the environment.
+    EveryEffectTest() {
+        statesOfEffects();
+        statesOfScan();
+    }
+
     // Lets a new parser parse a command line with other values, and gives all variables other values, so that
     // each value is one that can be kept or lost.
     static void prepare(OrvexTestCommandLineParser& parser) {
