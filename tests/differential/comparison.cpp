@@ -172,13 +172,16 @@ void compareAccessors(const OrvexTestCommandLineParser& library, const model::Pa
 constexpr char untouched = '\xAA';
 
 void compareRecordBuffer(const model::Parser& model, Differences& compare) {
-    const std::string margin(64, untouched);
-    static std::string memory;
-    memory.assign(ORVEX_TEST_RUN_INFORMATION_SIZE + 2 * margin.size(), untouched);
-    const int result = OrvexTestCommandLineParser_GetTestRunInformation(memory.data() + margin.size());
+    constexpr std::size_t margin = 64;
     const auto [expected, bytes] = model.recordBuffer();
-    compare("C GetTestRunInformation", result, expected);
-    compare("C record buffer", memory, margin + bytes + margin);
+    static std::string memory;
+    memory.assign(bytes.size() + 2 * margin, untouched);
+    static std::string expectedMemory;
+    expectedMemory = memory;
+    expectedMemory.replace(margin, bytes.size(), bytes);
+    compare("C GetTestRunInformation", OrvexTestCommandLineParser_GetTestRunInformation(&memory[margin]),
+            expected);
+    compare("C record buffer", memory, expectedMemory);
 }
 
 // The library must not write past the size that it is given, nor at all when it refuses.

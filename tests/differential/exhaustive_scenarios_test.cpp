@@ -145,10 +145,11 @@ TEST(ExhaustiveTokens, EveryLengthOfEveryValue) {
 
 // The classes of the tokenizer hold one byte each; the newline, the dash and the last byte value stand for
 // all bytes that mean something elsewhere.
-void holdEveryText(const char* variable, const std::string& classes, std::size_t maximum, const Call& first) {
+void holdEveryText(const char* variable, const std::string& classes, std::size_t maximum,
+                   const std::vector<Call>& calls) {
     Cases cases;
     Scenario scenario;
-    scenario.calls = {first, call(Form::Narrow, {"other", "-o", "b"})};
+    scenario.calls = calls;
     forEvery(classes, maximum, cases, [&](const std::string& text) {
         scenario.environment[variable] = text;
         cases(scenario);
@@ -156,15 +157,16 @@ void holdEveryText(const char* variable, const std::string& classes, std::size_t
 }
 
 TEST(ExhaustiveVariables, EveryTextBeforeTheCommandLine) {
-    holdEveryText("ORVEX_TEST_ARGS", " \t\"'\\a\n", quickOrDeep(5, 7), {});
+    holdEveryText("ORVEX_TEST_ARGS", " \t\"'\\a\n", quickOrDeep(5, 7), {narrow({"-o", "b"})});
 }
 
 TEST(ExhaustiveVariables, EveryTextAfterTheCommandLine) {
-    holdEveryText("_ORVEX_TEST_ARGS_", " \t\"'\\-\xFF", quickOrDeep(5, 7), {});
+    holdEveryText("_ORVEX_TEST_ARGS_", " \t\"'\\-\xFF", quickOrDeep(5, 7), {narrow({"-o", "b"})});
 }
 
 TEST(ExhaustiveVariables, EveryTextInAVariableOfTheCallersChoice) {
-    holdEveryText("MY_ARGS", " \t\"'\\a\n", quickOrDeep(4, 6), call(Form::Variable, {"MY_ARGS", "app"}));
+    holdEveryText("MY_ARGS", " \t\"'\\a\n", quickOrDeep(4, 6),
+                  {call(Form::Variable, {"MY_ARGS", "app"}), narrow({"-o", "b"})});
 }
 
 Texts transportLayers() {

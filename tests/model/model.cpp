@@ -56,18 +56,6 @@ bool isOptionToken(const std::string& token) {
     return !token.empty() && token[0] == '-' && !isNumber(token);
 }
 
-void Registry::addValueOptions(const Texts& names) {
-    for (const std::string& name : names) {
-        valueOptions.insert(trimLeadingDashes(name));
-    }
-}
-
-void Registry::addMultiValueOptions(const Texts& names) {
-    for (const std::string& name : names) {
-        multiValueOptions.insert(trimLeadingDashes(name));
-    }
-}
-
 void Registry::parseTokens(const Texts& tokens) {
     std::size_t next = 0;
     while (next < tokens.size()) {
@@ -132,10 +120,11 @@ bool Registry::hasOption(const std::string& name) const {
 }
 
 std::optional<std::string> Registry::getValue(const std::string& name) const {
-    if (isMultiValueOption(name)) {
-        return getJoinedValues(name, " ");
+    const std::string key = trimLeadingDashes(name);
+    if (multiValueOptions.count(key) != 0) {
+        return getJoinedValues(key, " ");
     }
-    const auto found = values.find(trimLeadingDashes(name));
+    const auto found = values.find(key);
     return found == values.end() ? std::nullopt : std::optional<std::string>(found->second);
 }
 
@@ -153,18 +142,6 @@ std::string Registry::getJoinedValues(const std::string& name, const std::string
         joined += value + separator;
     }
     return joined.substr(0, joined.size() - separator.size());
-}
-
-std::string Registry::getPositional(std::size_t index) const {
-    return index < positionals.size() ? positionals[index] : "";
-}
-
-bool Registry::isValueOption(const std::string& name) const {
-    return valueOptions.count(trimLeadingDashes(name)) != 0;
-}
-
-bool Registry::isMultiValueOption(const std::string& name) const {
-    return multiValueOptions.count(trimLeadingDashes(name)) != 0;
 }
 
 // ---- functions ----
@@ -346,9 +323,9 @@ Parser::Parser(Environment& environment, std::string applicationDir, std::set<st
       options(OptionRegistry::UnknownAsFlag) {
     for (const KnownOption& option : knownOptions) {
         if (option.kind == OptionKind::Value || option.kind == OptionKind::Number) {
-            options.addValueOptions({option.name});
+            options.valueOptions.insert(option.name);
         } else if (option.kind == OptionKind::MultiValue) {
-            options.addMultiValueOptions({option.name});
+            options.multiValueOptions.insert(option.name);
         }
     }
 }
@@ -414,7 +391,7 @@ bool Parser::parseAll(const Texts& argv) {
     options.parseTokens(argv);
     scanVariable("_ORVEX_TEST_ARGS_", argv[0]);
 
-    applicationName = options.getPositional(0);
+    applicationName = options.positionals.empty() ? "" : options.positionals[0];
     helpRequested = options.hasOption("?") || options.hasOption("h") || options.hasOption("H") ||
                     options.hasOption("help");
     for (std::size_t i = 1; i < options.positionals.size(); ++i) {
@@ -434,16 +411,15 @@ bool Parser::parseAll(const Texts& argv) {
     return true;
 }
 
-bool Parser::set(const std::string& name, const std::string& value) {
+bool Parser::setUnlessEmpty(const std::string& name, const std::string& value) {
+    if (value.empty()) {
+        return true;
+    }
     if (refused.count(name) != 0) {
         return false;
     }
     environment[name] = cString(value);
     return true;
-}
-
-bool Parser::setUnlessEmpty(const std::string& name, const std::string& value) {
-    return value.empty() || set(name, value);
 }
 
 bool Parser::setTransportVariables() {
@@ -480,7 +456,7 @@ bool Parser::setTransportVariables() {
     }
 
     const bool isDefined = environment.count("ORVEX_GTC_USE_EXTRA_TL") != 0;
-    if (!isDefined && !set("ORVEX_GTC_USE_EXTRA_TL", "1")) {
+    if (!isDefined && !setUnlessEmpty("ORVEX_GTC_USE_EXTRA_TL", "1")) {
         return false;
     }
     if (!setUnlessEmpty("ORVEX_DEVICE_FILTER", filter) ||
@@ -496,7 +472,7 @@ bool Parser::setTransportVariables() {
         if (value.empty() && name == "packetsize") {
             value = "8192";
         }
-        if (!value.empty() && (!startsWithDigit(value) || !set(option.sdkVariable, value))) {
+        if ((!value.empty() && !startsWithDigit(value)) || !setUnlessEmpty(option.sdkVariable, value)) {
             return false;
         }
     }
@@ -509,7 +485,7 @@ void Parser::setProducerPath() {
         const std::string libraries = applicationDir + "/Frameworks/orvex.framework/Libraries";
         const std::string path =
             libraries + "/gentlproducer/gtl:" + libraries + "/orvexCXP/bin:$(GENICAM_GENTL64_PATH)";
-        set("GENICAM_GENTL64_PATH", expand(path, environment).second);
+        setUnlessEmpty("GENICAM_GENTL64_PATH", expand(path, environment).second);
     }
 }
 
@@ -517,12 +493,11 @@ void Parser::fillRecord() {
     record.group = "orvex";
     record.fixedZero = "0";
     for (const KnownOption& option : knownOptions) {
-        const std::string text = options.getText(option.name);
-        if (!text.empty() && option.field != nullptr) {
-            record.*option.field = text;
-        }
-        if (!text.empty() && option.secondField != nullptr) {
-            record.*option.secondField = text;
+        for (const auto field : {option.field, option.secondField}) {
+            const std::string text = field == nullptr ? "" : options.getText(option.name);
+            if (!text.empty()) {
+                record.*field = text;
+            }
         }
     }
     record.transportLayers = tlList.empty() ? "any" : tlList;
@@ -560,15 +535,13 @@ std::string Parser::helpMessage(const std::string& name) const {
 }
 
 std::pair<int, std::string> Parser::recordBuffer() const {
-    std::string bytes;
+    std::string bytes(4096, '\0');
     for (std::size_t slot = 0; slot < 16; ++slot) {
         const std::string& text = record.*fields[slot].member;
         if (text.size() >= 256) {
-            bytes.resize(4096);
             return {0, bytes};
         }
-        bytes += text;
-        bytes.resize(256 * (slot + 1));
+        text.copy(&bytes[256 * slot], text.size());
     }
     return {1, bytes};
 }

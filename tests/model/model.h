@@ -29,8 +29,6 @@ struct Registry {
     // A combination of the bits of OptionRegistry::Mode.
     explicit Registry(std::uint32_t mode) : mode(mode) {}
 
-    void addValueOptions(const Texts& names);
-    void addMultiValueOptions(const Texts& names);
     void parseTokens(const Texts& tokens);
 
     bool hasOption(const std::string& name) const;
@@ -38,15 +36,13 @@ struct Registry {
     std::optional<std::string> getValue(const std::string& name) const;
     std::string getText(const std::string& name) const;
     std::string getJoinedValues(const std::string& name, const std::string& separator) const;
-    std::string getPositional(std::size_t index) const;
-    bool isValueOption(const std::string& name) const;
-    bool isMultiValueOption(const std::string& name) const;
 
     std::uint32_t mode;
     std::map<std::string, std::string> values;
     std::map<std::string, Texts> multiValues;
     std::set<std::string> flags;
     Texts positionals;
+    // Without dashes in front.
     std::set<std::string> valueOptions;
     std::set<std::string> multiValueOptions;
 
@@ -102,7 +98,6 @@ public:
     TestRunInformation record;
 
 private:
-    bool set(const std::string& name, const std::string& value);
     bool setUnlessEmpty(const std::string& name, const std::string& value);
     bool parseAll(const Texts& argv);
     bool setTransportVariables();
