@@ -18,14 +18,18 @@
 ///     }
 ///
 /// Conventions:
-/// - All text is bytes that end at the first zero byte. No locale is consulted, and of the values none
-///   is validated but the first byte of the four numeric ones.
+/// - Strings are bytes. No locale is consulted, and no value is validated, except for the first byte of
+///   the four numbers.
 /// - Parse reports failure by returning false. It prints nothing and keeps what it had done so far.
 /// - A reference that an accessor returns stays valid as long as the parser lives, and a later Parse
 ///   changes what it refers to. Only a reference to a single test path ends with the next Parse.
 /// - Nothing here is locked. Parse writes the process environment, which all threads share.
-/// - The classes hold standard containers by value: build a program with the standard library, and
-///   with the version of this header, that the library was built with. Copies are independent.
+/// - The classes hold standard containers by value: build a program with the standard library and with
+///   the version of this header that the library was built with. `_GLIBCXX_USE_CXX11_ABI=0` and
+///   `_GLIBCXX_DEBUG` change the containers, so that a program would link and then write beyond the
+///   object. They do not compile, unless ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS is
+///   defined, which says that the library was built with the same settings.
+/// - Copies are independent.
 ///
 /// Usable from C++11 on. C programs, and C++ programs that want the one process-wide parser, use
 /// OrvexTestCommandLineParserC.h.
@@ -42,23 +46,32 @@
 #include <string>
 #include <vector>
 
+#ifndef ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS
+#if defined(_GLIBCXX_DEBUG) || (defined(_GLIBCXX_USE_CXX11_ABI) && !_GLIBCXX_USE_CXX11_ABI)
+#error \
+    "These containers are not those of the library. If it was built with the same settings, define \
+ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS."
+#endif
+#endif
+
 #ifndef ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT
 #define ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT __attribute__((visibility("default")))
 #endif
 
-/// What is known about the test run: eighteen texts, all empty until the first Parse that gets as far
-/// as filling them. A later Parse keeps a text whose option has no value (or an empty one), save for
-/// the three that are noted below. Nothing interprets the texts.
+/// What is known about the test run: eighteen strings, all empty after construction. A Parse fills them
+/// as its last step but one, so one that ends early leaves them as they were. A string whose option has
+/// no value, or an empty one, is kept from before, except for the three noted below. Nothing interprets
+/// the strings.
 ///
 /// The order is part of the interface: the C interface copies the first sixteen fields, in this order,
 /// into slots of 256 bytes.
 struct TestRunInformation {
-    std::string group;                 ///< -tdc_group; every Parse resets it to "orvex" first
+    std::string group;                 ///< -tdc_group, or "orvex"
     std::string guid;                  ///< -tdc_guid, the identifier of the test session
     std::string runName;               ///< -tdc_runname
     std::string runDescription;        ///< -tdc_rundescription
     std::string product;               ///< -tdc_product
-    std::string fixedZero;             ///< always "0" after a Parse; no option sets it
+    std::string fixedZero;             ///< "0"; no option sets it
     std::string userId;                ///< -tdc_userid
     std::string vcsRevision;           ///< -tdc_vcsrevision
     std::string vcsBranch;             ///< -tdc_vcsbranch
@@ -66,7 +79,7 @@ struct TestRunInformation {
     std::string secondVcsBranch;       ///< -tdc_vcsbranch again
     std::string pcName;                ///< -pcname
     std::string osName;                ///< -osname
-    std::string transportLayers;       ///< the -tl values joined by ",", or "any" when there are none
+    std::string transportLayers;       ///< the -tl values joined by ",", or "any" if that is empty
     std::string tdcDravikXmlFilename;  ///< -tdc_dxml
     std::string testName;              ///< -testname
     std::string osType;                ///< -ostype; not reachable through the C interface
@@ -80,7 +93,7 @@ struct TestRunInformation {
 ///
 /// Every operation takes an option name with or without its dashes: `o`, `-o` and `--o` are the same
 /// option. Names are compared byte by byte. Scans only add; nothing is ever removed. No operation
-/// reads or writes an environment variable, and the only exceptions are those of memory exhaustion.
+/// reads or writes an environment variable, and the only exception is std::bad_alloc.
 class OptionRegistry {
 public:
     /// Bits of the mode word, which varies the grammar.
@@ -97,11 +110,22 @@ public:
         GroupedShortFlags = 8
     };
 
+    /// The name of an option in a query. It refers to the string that it is made of.
+    struct Name {
+        /// name: zero-terminated, not null
+        Name(const char* name) : begin(name), size(std::char_traits<char>::length(name)) {}
+        /// name: taken whole, zero bytes included
+        Name(const std::string& name) : begin(name.data()), size(name.size()) {}
+
+        const char* begin;
+        std::size_t size;
+    };
+
     /// mode: any combination of the Mode bits. Nothing is registered, and nothing was scanned yet.
     explicit OptionRegistry(std::uint32_t mode);
 
     /// Registers options that take a value and keep the last one given.
-    /// - names: zero-terminated texts, not null, copied. A name registered twice counts once.
+    /// - names: zero-terminated strings, not null, copied. A name registered twice counts once.
     void addValueOptions(std::initializer_list<const char*> names);
 
     /// Registers options that take a value and keep every one given, in order. As addValueOptions.
@@ -109,7 +133,7 @@ public:
 
     /// Scans argv[0] to argv[argc - 1] as parseTokens does.
     /// - argc: 0 or more.
-    /// - argv: at least argc pointers to zero-terminated texts, none null; copied.
+    /// - argv: at least argc pointers to zero-terminated strings, none null; copied.
     void parseArgv(int argc, const char* const* argv);
 
     /// Scans a token list and adds what it finds to what earlier scans left.
@@ -118,27 +142,28 @@ public:
     void parseTokens(const std::vector<std::string>& tokens);
 
     /// Whether the option was given without a value. An option given with one does not count.
-    bool hasOption(const std::string& name) const;
+    bool hasOption(Name name) const;
 
-    /// A stream over the option's text: the last value of a value option, or all values of a
-    /// multi-value option joined by one blank (an empty text when there are none). For an option
+    /// A stream over the option's value: the last value of a value option, or all values of a
+    /// multi-value option joined by one blank (an empty string when there are none). For an option
     /// without a value, an empty stream that has already failed.
-    std::istringstream getValue(const std::string& name) const;
+    std::istringstream getValue(Name name) const;
 
-    /// The text of that stream alone, which costs no stream; empty for an option without a value.
-    std::string getText(const char* name) const;
+    /// The last value of a value option; an empty string for an option without a value, and for a
+    /// multi-value option. Valid as long as the registry; a scan may change it.
+    const std::string& getSingleValue(Name name) const;
 
     /// All values of a multi-value option with the separator between them; empty when there are none.
-    std::string getJoinedValues(const std::string& name, const std::string& separator) const;
+    std::string getJoinedValues(Name name, const std::string& separator) const;
 
-    /// The positional argument at the index, which counts from 0, the program name; an empty text
-    /// when the index is out of range. Valid until the next scan.
+    /// The positional argument at the index, which counts from 0, the program name; an empty
+    /// string when the index is out of range. Valid until the next scan.
     const std::string& getPositional(std::size_t index) const;
 
     /// All positional arguments in scan order. Valid as long as the registry; a scan adds to the list.
     const std::vector<std::string>& getPositionals() const;
 
-    /// The text without its leading dashes; unchanged when it holds nothing but dashes.
+    /// The string without its leading dashes; unchanged when it holds nothing but dashes.
     static std::string trimLeadingDashes(const std::string& text);
 
     /// Whether formatted extraction in the classic locale reads a double from the start of the token.
@@ -147,15 +172,17 @@ public:
     /// Whether the token begins with a dash and is not a number.
     static bool isOptionToken(const std::string& token);
 
-    bool isValueOption(const std::string& name) const;       ///< registered by addValueOptions
-    bool isMultiValueOption(const std::string& name) const;  ///< registered by addMultiValueOptions
-    bool hasMode(std::uint32_t bit) const;                   ///< whether the mode word has the bit
+    bool isValueOption(Name name) const;       ///< registered by addValueOptions
+    bool isMultiValueOption(Name name) const;  ///< registered by addMultiValueOptions
+    bool hasMode(std::uint32_t bit) const;     ///< whether the mode word has the bit
 
 private:
-    class Scanner;
+    // What follows is no part of the interface. It stands here because the parser holds a registry by
+    // value, so that a program must know the size of both.
+    class Store;
 
     // Shorter names come first: names differ in length more often than not, and then no byte is read.
-    // Being transparent, it compares a stored name with any other form of text without copying it.
+    // Being transparent, it compares a stored name with any other form of string without copying it.
     struct NameOrder {
         using is_transparent = void;
 
@@ -176,14 +203,14 @@ private:
 };
 
 /// Parses a test program's arguments and keeps what it found.
-class OrvexTestCommandLineParser {
+class ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT OrvexTestCommandLineParser {
 public:
-    /// A parser that has parsed nothing: all texts and lists empty, all flags false.
+    /// A parser that has parsed nothing: all strings and lists empty, all flags false.
     /// Throws std::bad_alloc when memory runs out. Reads and writes no environment variable.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT OrvexTestCommandLineParser();
+    OrvexTestCommandLineParser();
 
     /// Releases the memory and does nothing else: the environment stays as Parse left it.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT ~OrvexTestCommandLineParser();
+    ~OrvexTestCommandLineParser();
 
     /// Parses the arguments in ORVEX_TEST_ARGS, then argv, then the arguments in `_ORVEX_TEST_ARGS_`,
     /// and acts on them. Of several values of an option the last one counts; transport layers (-tl),
@@ -191,23 +218,34 @@ public:
     ///
     /// - argc: the number of arguments, the program name included. 0 returns true at once, with
     ///     nothing read or changed, whatever argv is.
-    /// - argv: argc pointers to zero-terminated texts, none of them null. Read during the call only.
-    /// - Result: true when everything was done. False, with nothing printed and with everything done up
-    ///     to the failure kept (what was scanned, fields, environment variables), when
-    ///     - argc is negative or argv is null (nothing has changed then),
-    ///     - one of the two argument variables has a quote that is not closed,
-    ///     - the text of -socketbuffer, -packetsize, -packetdelay or -camemu is not empty and does not
-    ///       begin with a decimal digit,
-    ///     - a variable from ORVEX_GTC_USE_EXTRA_TL to TEST_PROPERTIES below cannot be set,
-    ///     - the directory of the SDK is needed (see GENICAM_GENTL64_PATH) and cannot be found,
-    ///     - memory runs out (except while GENICAM_GENTL64_PATH is expanded, which then keeps its
-    ///       references as they are).
-    /// - Errors: lets no exception out. One that is not a std::exception (which only a replaced
-    ///     allocation function could raise) ends the process through std::terminate.
+    /// - argv: argc pointers to zero-terminated strings, none of them null. Read during the call only.
+    /// - Result: true when everything was done; false, with nothing printed, when something failed.
+    /// - Errors: lets no exception out. One that is not a std::exception, which only a replaced allocation
+    ///     function could raise, ends the process through std::terminate.
     ///
-    /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and,
-    /// for GENICAM_GENTL64_PATH, that variable and those that the SDK's directory names as `%NAME%` or
-    /// `$(NAME)`.
+    /// What makes it fail, and what has happened by then, which is kept:
+    ///
+    ///     argc is negative, argv is null     nothing
+    ///     ORVEX_TEST_ARGS has an open quote  nothing
+    ///     _ORVEX_TEST_ARGS_ has one          the other sources are scanned; no accessor has changed
+    ///     -socketbuffer does not begin with  the accessors have their new values, except for the record;
+    ///     a decimal digit                    no variable is set
+    ///     -packetsize, -packetdelay or       as above, and the variables before its own in the list below
+    ///     -camemu does not                   are set
+    ///     a variable of the list up to       as above
+    ///     TEST_PROPERTIES cannot be set
+    ///     GENICAM_GENTL64_PATH needs the     as above
+    ///     SDK's directory: it is not found
+    ///     memory runs out                    the steps before
+    ///
+    /// Two places do without memory: GENICAM_GENTL64_PATH is then set with its references unexpanded; and
+    /// where libstdc++ tests whether a token such as "-5" is a number, it reports every exception, one
+    /// that is not a std::exception included, as "no", so that the token becomes an option.
+    ///
+    /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and, for
+    /// GENICAM_GENTL64_PATH, that variable and those that the new search path names as `%NAME%` or `$(NAME)`.
+    /// The SDK's directory stands in that path twice and is not quoted: a single "%" in it pairs with its
+    /// copy, an open "$(" with the next ")" beyond it, and what is between is looked up as a variable.
     ///
     /// Writes, in this order:
     ///
@@ -217,7 +255,7 @@ public:
     ///     ORVEX_GIGE_STREAMPARAMS     "Type=" and the driver named after "DravikGigE:" in -tl (of
     ///                                 several, the last in byte order), "SocketBufferSize=" and
     ///                                 -socketbuffer, or both with a blank between
-    ///     ORVEX_GIGE_STREAM_GEVSCPS   -packetsize, or "8192" without a text
+    ///     ORVEX_GIGE_STREAM_GEVSCPS   -packetsize, or "8192"
     ///     ORVEX_GIGE_STREAM_GEVSCPD   -packetdelay
     ///     ORVEX_CAMEMU                -camemu
     ///     TEST_PROPERTIES             the -p values joined by one blank
@@ -234,98 +272,98 @@ public:
     ///     VCS_BRANCH                  -tdc_vcsbranch
     ///     TRANSPORT_LAYER             the -tl values joined by one blank
     ///
-    /// But for the first and for -packetsize, a variable whose option has no text, or whose options have
-    /// none when joined, is left as it was. From GENICAM_GENTL64_PATH on, a variable that cannot be set
-    /// is passed over.
+    /// An empty value counts as none. Apart from the first and from ORVEX_GIGE_STREAM_GEVSCPS, a variable
+    /// without a value is left as it was. From GENICAM_GENTL64_PATH on, one that cannot be set is ignored.
     ///
     /// A second Parse adds to what the first one scanned: options that it lacks apply again, and the
     /// test paths of the first call are in the list twice.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, char** argv) noexcept;
+    bool Parse(int argc, char** argv) noexcept;
 
     /// Parses wide arguments: converts them to UTF-8 and hands them to the narrow Parse.
     ///
     /// - argc: as above; a negative one gives false.
-    /// - argv: argc pointers to zero-terminated texts of UTF-32 code points. Surrogates are converted
+    /// - argv: argc pointers to zero-terminated strings of UTF-32 code points. Surrogates are converted
     ///     like any other code point. Read during the call only.
     /// - Result: that of the narrow Parse; false with nothing parsed when argv is null and argc is
     ///     positive, when an argument is null, when a code point lies above 0x10FFFF, or when the UTF-8
     ///     of one argument has more bytes than an int can count.
     /// - Errors: throws std::bad_alloc when there is no memory for the converted arguments.
     /// - Environment: as the narrow Parse.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, wchar_t** argv);
+    bool Parse(int argc, wchar_t** argv);
 
-    /// Parses a block of argc zero-terminated texts that stand directly one after another.
+    /// Parses a block of argc zero-terminated strings that stand directly one after another.
     ///
     /// - argc: as above; a negative one gives false.
-    /// - args: the first byte of the block; not null unless argc is 0. What follows the last text is
-    ///     not read. Read during the call only.
-    /// - Result: that of the narrow Parse; false with nothing parsed when one of the texts is empty, so
-    ///     that an empty argument cannot be passed in this form.
+    /// - args: the first byte of the block; not null unless argc is 0. What follows the last string
+    ///     is not read. Read during the call only.
+    /// - Result: that of the narrow Parse; false with nothing parsed when one of the strings is empty,
+    ///     so that an empty argument cannot be passed in this form.
     /// - Errors: throws std::bad_alloc when there is no memory for argc pointers.
     /// - Environment: as the narrow Parse.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool Parse(int argc, char* args);
+    bool Parse(int argc, char* args);
 
     /// Scans the arguments in an environment variable, as Parse does for its own two, and does nothing
     /// else: no accessor changes before the next Parse, which finds these arguments scanned already.
     ///
-    /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind in
-    /// them is an ordinary byte, what touches them belongs to the same argument, and an empty pair is an
-    /// empty argument. A backslash, in quotes or not, makes the next byte an ordinary one; as the last
-    /// byte of the text it stands for itself.
+    /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind
+    /// inside them is an ordinary byte, what touches them belongs to the same argument, and an empty pair
+    /// is an empty argument. A backslash, inside quotes or not, makes the next byte an ordinary one; as
+    /// the last byte it stands for itself.
     ///
     /// - variableName: the variable to read. Null or empty: nothing happens.
-    /// - programName: a zero-terminated text, not null, which takes the place of argv[0].
+    /// - programName: a zero-terminated string, not null, which takes the place of argv[0].
     /// - Errors: throws std::runtime_error, with nothing scanned, when a quote is not closed, and
     ///     std::bad_alloc when memory runs out.
     /// - Reads the named variable; an undefined or blank one adds nothing. Writes none.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT void ParseArgsFromEnvironmentVariable(const char* variableName,
-                                                                                const char* programName);
+    void ParseArgsFromEnvironmentVariable(const char* variableName, const char* programName);
 
-    /// The program name: the first of all arguments that is neither an option nor the value of one,
-    /// which is argv[0] unless that looks like an option.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getApplicationName() const noexcept;
+    /// The program name: the first argument ever scanned that is neither an option nor the value of one.
+    /// That is the argv[0] of the first Parse, unless it looks like an option or
+    /// ParseArgsFromEnvironmentVariable was called before with another program name.
+    const std::string& getApplicationName() const noexcept;
 
     /// The name of the XML report file, -x; empty when it was not given.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getXmlFilename() const noexcept;
+    const std::string& getXmlFilename() const noexcept;
 
     /// The name of the output file, -o; empty when it was not given.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getOutputFilename() const noexcept;
+    const std::string& getOutputFilename() const noexcept;
 
     /// The test suites and test cases to run, "Suite" or "Suite::Case", in the order given.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::vector<std::string>& getTestPaths() const noexcept;
+    const std::vector<std::string>& getTestPaths() const noexcept;
 
-    /// The first of the test paths, valid until the next Parse; or an empty text, which lives as long as
-    /// the process.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getFirstTestPath() const noexcept;
+    /// The first of the test paths, valid until the next Parse; or an empty string, valid until exit
+    /// handlers run.
+    const std::string& getFirstTestPath() const noexcept;
 
     /// All transport layers, the -tl values, joined by a comma.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getTlList() const noexcept;
+    const std::string& getTlList() const noexcept;
 
     /// Whether one of -?, -h, -H and -help was given.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool helpRequested() const noexcept;
+    bool helpRequested() const noexcept;
 
     /// Whether -w was given: the program should wait before it exits.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT bool waitBeforeExit() const noexcept;
+    bool waitBeforeExit() const noexcept;
 
     /// What is known about the test run.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const TestRunInformation& getTestRunInformation() const noexcept;
+    const TestRunInformation& getTestRunInformation() const noexcept;
 
     /// The name of the report file of the test data collector, -tdc_dxml.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const std::string& getTdcDravikXmlFilename() const noexcept;
+    const std::string& getTdcDravikXmlFilename() const noexcept;
 
-    /// A new text that explains the command line, several lines without a line end after the last.
-    /// - applicationName: the program name at its head; if empty, that of the last Parse is used.
+    /// A text that explains the command line: several lines, without a line end after the last.
+    /// - applicationName: the program name at its head, copied whole, zero bytes included; if it is empty,
+    ///     getApplicationName() is used.
     /// - Errors: throws std::bad_alloc when memory runs out.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT std::string getHelpMessage(
-        const std::string& applicationName) const;
+    std::string getHelpMessage(const std::string& applicationName) const;
 
     /// The directory that the SDK is installed in: five levels above the one that holds this library's
     /// file, after symbolic links among the directories are resolved; empty when that is the root or
-    /// would lie above it.
+    /// would lie above it. If the dynamic loader reports the file without a slash in its name, it is the
+    /// library's own directory.
     /// - Errors: throws std::runtime_error when the file or the directory cannot be found, and
     ///     std::bad_alloc when memory runs out.
     /// - Reads and writes no environment variable.
-    ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT static std::string getApplicationDir();
+    static std::string getApplicationDir();
 
 private:
     std::string applicationName;

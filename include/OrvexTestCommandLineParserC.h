@@ -15,9 +15,11 @@
  *
  * Conventions:
  * - A function that returns int returns 1 for success or yes and 0 for failure or no.
- * - A text that a function returns belongs to the parser: it is zero-terminated, never null, and must
- *   be neither changed nor freed. It is valid until the next parse or the end of the process. Before
- *   the first parse it is empty.
+ * - A string that a function returns belongs to the parser: it is zero-terminated, never null, and must
+ *   be neither changed nor freed. It is valid until the next parse, and not after exit handlers began to
+ *   run or the library was unloaded. Before the first parse it is empty.
+ * - The parser is destroyed by an exit handler. Call no function from an exit handler or a destructor of
+ *   a static object that may run later than that one, nor after dlclose.
  * - Parse before other threads start. Apart from the creation of the parser, nothing is locked.
  * - Memory exhaustion outside the parse itself leaves a function as a C++ exception. If it strikes
  *   while the parser is created, the next call tries again.
@@ -45,7 +47,7 @@ extern "C" {
 
 /** Parses the command line and the arguments in ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`.
  * - argc: the number of arguments, the program name included; with 0 nothing happens and 1 is returned.
- * - argv: argc zero-terminated texts, none null; read during the call only.
+ * - argv: argc zero-terminated strings, none null; read during the call only.
  * - Result: 1; or 0 when the arguments are bad or what they ask for cannot be done. What was done up to
  *     the failure is kept. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int argc, char** argv);
@@ -56,8 +58,8 @@ ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int a
  *     has more bytes than an int can count. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_ParseW(int argc, wchar_t** argv);
 
-/** The program name: the first of all arguments that is neither an option nor the value of one, usually
- * argv[0]. */
+/** The program name: the first argument ever scanned that is neither an option nor the value of one,
+ * usually the argv[0] of the first parse. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetApplicationName(void);
 
 /** The name of the XML report file, -x; empty when it was not given. */
@@ -76,7 +78,8 @@ ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetWaitBefo
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetHelpRequested(void);
 
 /** Copies a text that explains the command line.
- * - applicationName: the program name at its head; null or empty: that of the last parse.
+ * - applicationName: the program name at its head; null or empty: what
+ *     OrvexTestCommandLineParser_GetApplicationName returns.
  * - buffer: where the text goes, or null.
  * - bufferSize: the size of the buffer in bytes.
  * - Result: with a buffer large enough for the text and its terminating zero, the length of the text
@@ -95,12 +98,12 @@ OrvexTestCommandLineParser_GetHelpMessage(const char* applicationName, char* buf
 
 /** Copies what is known about the test run.
  * - buffer: ORVEX_TEST_RUN_INFORMATION_SIZE writable bytes, which become sixteen slots of
- *     ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE bytes: a zero-terminated text each, and zeros up to the end
+ *     ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE bytes: a zero-terminated string each, and zeros up to the end
  *     of the slot. In order: group, session identifier, run name, run description, product, "0", user
  *     identifier, revision, branch, revision again, branch again, computer name, operating system,
  *     transport layers, report file, test name. All are empty before the first parse.
- * - Result: 1; or 0 when buffer is null, and when a text has more than 255 bytes. The slots before that
- *     text are filled then, and its own and all later ones are zero. */
+ * - Result: 1; or 0 when buffer is null, and when a string has more than 255 bytes. The slots before that
+ *     string are filled then, and its own and all later ones are zero. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetTestRunInformation(char* buffer);
 
 #ifdef __cplusplus

@@ -1,12 +1,12 @@
-#include "OrvexTestCommandLineParser.h"
+#include "environment/application_dir.h"
 
 #include <dlfcn.h>
 
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
-#include <string>
 
+namespace orvex {
 namespace {
 
 struct Free {
@@ -17,13 +17,13 @@ struct Free {
 
 // Stands for this library in the dynamic loader's eyes. An exported function would not do: where a
 // program that is not position-independent takes its address, that address lies in the program.
-void libraryAnchor() {}  // GCOVR_EXCL_LINE: only its address is used
+constexpr char libraryAnchor = 0;
 
 }  // namespace
 
-std::string OrvexTestCommandLineParser::getApplicationDir() {
+std::string getApplicationDir() {
     Dl_info library;
-    if (dladdr(reinterpret_cast<const void*>(&libraryAnchor), &library) == 0) {
+    if (dladdr(&libraryAnchor, &library) == 0) {
         throw std::runtime_error("OrvexTestCommandLineParser::getApplicationDir> dladdr() failed");
     }
     std::string path = library.dli_fname;
@@ -40,9 +40,11 @@ std::string OrvexTestCommandLineParser::getApplicationDir() {
     std::string directory = resolved.get();
     const std::size_t lastSeparator = directory.rfind('/');
     if (lastSeparator == std::string::npos) {
-        // Names the caller that meets it; part of the fixed texts.
+        // The text is fixed: it names the caller, not this function.
         throw std::runtime_error("OrvexTestCommandLineParser::Parse> can't query path");
     }
     directory.erase(lastSeparator);
     return directory;
 }
+
+}  // namespace orvex

@@ -8,7 +8,7 @@
 namespace orvex {
 namespace {
 
-// In a text this short a "%" can only stand for itself, and "$$" stays as it is.
+// In a text of one or two bytes a "%" can only stand for itself, and "$$" stays as it is.
 int expandShortText(std::string& text) {
     if (text == "%") {
         text = "%%";
@@ -38,7 +38,7 @@ int expandLongText(std::string& text) {
     bool mayCloseParenthesis = true;
     while (i < source.size()) {
         const char c = source[i];
-        // Behind the last byte stands the terminating zero.
+        // After the last byte stands the terminating zero.
         const char next = text[i + 1];
         if (c == '$' && next == '$') {
             output += '$';

@@ -1,6 +1,6 @@
 #include "environment/producer_path.h"
 
-#include "OrvexTestCommandLineParser.h"
+#include "environment/application_dir.h"
 #include "environment/environment_variables.h"
 #include "environment/expand_environment_references.h"
 
@@ -11,8 +11,7 @@ void exportProducerPath(const std::string& tlList) {
     if (tlList.find("DravikGTC") == std::string::npos) {
         return;
     }
-    const std::string libraries =
-        OrvexTestCommandLineParser::getApplicationDir() + "/Frameworks/orvex.framework/Libraries";
+    const std::string libraries = getApplicationDir() + "/Frameworks/orvex.framework/Libraries";
     std::string path =
         libraries + "/gentlproducer/gtl:" + libraries + "/orvexCXP/bin:$(GENICAM_GENTL64_PATH)";
     // Expanded as a whole, in which the directory stands twice: a "%" in its name pairs with its copy.

@@ -9,7 +9,7 @@ namespace orvex {
 
 // Puts the producer directories of the SDK that this library belongs to in front of
 // GENICAM_GENTL64_PATH, if the transport layers mention "DravikGTC" anywhere. A failure to set the
-// variable is passed over. Throws std::runtime_error when the SDK's directory cannot be found.
+// variable is ignored. Throws std::runtime_error when the SDK's directory cannot be found.
 // tlList: all -tl values, joined by ",".
 void exportProducerPath(const std::string& tlList);
 

@@ -1,4 +1,4 @@
-// Splitting a text at a delimiter.
+// Splitting a string at a delimiter.
 
 #ifndef ORVEX_SPLIT_STRING_H
 #define ORVEX_SPLIT_STRING_H

@@ -9,6 +9,8 @@
 namespace orvex {
 namespace {
 
+constexpr const char* defaultPacketSize = "8192";
+
 struct RequestedDevices {
     std::set<std::string> classes;
     std::set<std::string> gigeDrivers;
@@ -85,10 +87,7 @@ bool exportTransportVariables(const TransportOptions& options) {
         }
         streamParameters += "SocketBufferSize=" + options.socketBuffer;
     }
-    std::string packetSize = options.packetSize;
-    if (packetSize.empty()) {
-        packetSize = "8192";
-    }
+    const std::string packetSize = options.packetSize.empty() ? defaultPacketSize : options.packetSize;
 
     return defineExtraTransportLayer() && exportUnlessEmpty("ORVEX_DEVICE_FILTER", deviceFilter) &&
            exportUnlessEmpty("ORVEX_GIGE_STREAMPARAMS", streamParameters) &&

@@ -8,17 +8,17 @@
 
 namespace orvex {
 
-// What the options ask for; an empty text means that the option was not given.
+// What the options ask for; an empty string means that the option was not given.
 struct TransportOptions {
-    std::string tlList;           // all -tl values, joined by ","
-    std::string cameraEmulation;  // -camemu
-    std::string packetDelay;      // -packetdelay
-    std::string packetSize;       // -packetsize
-    std::string socketBuffer;     // -socketbuffer
-    std::string properties;       // all -p values, joined by " "
+    const std::string& tlList;           // all -tl values, joined by ","
+    const std::string& cameraEmulation;  // -camemu
+    const std::string& packetDelay;      // -packetdelay
+    const std::string& packetSize;       // -packetsize
+    const std::string& socketBuffer;     // -socketbuffer
+    const std::string& properties;       // all -p values, joined by " "
 };
 
-// Sets the variables. Checks and settings alternate in a fixed order, so that false (a numeric text
+// Sets the variables. Checks and settings alternate in a fixed order, so that false (a number
 // that does not begin with a digit, a variable that cannot be set) leaves all earlier variables set
 // and all later ones alone.
 bool exportTransportVariables(const TransportOptions& options);

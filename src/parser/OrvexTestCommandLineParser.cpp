@@ -54,18 +54,14 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
             testPaths.push_back(options.getPositional(i));
         }
         waitBeforeExitFlag = options.hasOption("w");
-        outputFilename = options.getText("o");
-        xmlFilename = options.getText("x");
+        outputFilename = options.getSingleValue("o");
+        xmlFilename = options.getSingleValue("x");
         tlList = options.getJoinedValues("tl", ",");
 
-        orvex::TransportOptions transport;
-        transport.tlList = tlList;
-        transport.cameraEmulation = options.getText("camemu");
-        transport.packetDelay = options.getText("packetdelay");
-        transport.packetSize = options.getText("packetsize");
-        transport.socketBuffer = options.getText("socketbuffer");
-        transport.properties = options.getJoinedValues("p", " ");
-        if (!orvex::exportTransportVariables(transport)) {
+        const std::string properties = options.getJoinedValues("p", " ");
+        if (!orvex::exportTransportVariables(
+                {tlList, options.getSingleValue("camemu"), options.getSingleValue("packetdelay"),
+                 options.getSingleValue("packetsize"), options.getSingleValue("socketbuffer"), properties})) {
             return false;
         }
         orvex::exportProducerPath(tlList);

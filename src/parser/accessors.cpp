@@ -1,5 +1,7 @@
 #include "OrvexTestCommandLineParser.h"
 
+#include "environment/application_dir.h"
+
 const std::string& OrvexTestCommandLineParser::getApplicationName() const noexcept {
     return applicationName;
 }
@@ -39,4 +41,8 @@ const TestRunInformation& OrvexTestCommandLineParser::getTestRunInformation() co
 
 const std::string& OrvexTestCommandLineParser::getTdcDravikXmlFilename() const noexcept {
     return testRunInformation.tdcDravikXmlFilename;
+}
+
+std::string OrvexTestCommandLineParser::getApplicationDir() {
+    return orvex::getApplicationDir();
 }

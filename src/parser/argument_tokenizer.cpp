@@ -6,7 +6,7 @@
 namespace orvex {
 namespace {
 
-// A text read byte by byte, which knows that it has ended only once a read has found nothing.
+// Reads a string byte by byte, and reports its end only once a read has found nothing.
 class ByteReader {
 public:
     explicit ByteReader(const std::string& text) : text(text) {}
@@ -31,8 +31,8 @@ private:
     bool hasReportedEnd = false;
 };
 
-// Appends the byte after a backslash. As the last byte of the text, the backslash stands for itself:
-// the read leaves it in byte. The check before the read therefore never fires.
+// Appends the byte after a backslash. A backslash at the end of the text stands for itself, because the
+// read then leaves it in byte. So the check before the read never fires; it is kept on purpose.
 void appendLiterally(ByteReader& reader, char& byte, std::string& token) {
     // GCOVR_EXCL_START: once a read has found nothing, the scan ends
     if (reader.atReportedEnd()) {

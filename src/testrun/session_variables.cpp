@@ -22,18 +22,22 @@ constexpr SessionVariable sessionVariables[] = {
     {"tdc_userid", "USER_UID"},
     {"tdc_vcsrevision", "VCS_REVISION"},
     {"tdc_vcsbranch", "VCS_BRANCH"},
-    {"tl", "TRANSPORT_LAYER"},
 };
+
+// A variable that cannot be set does not end the parse, other than those of the SDK.
+void exportUnlessEmpty(const char* name, const std::string& value) {
+    if (!value.empty()) {
+        setEnvironmentVariable(name, value);
+    }
+}
 
 }  // namespace
 
 void exportSessionVariables(const OptionRegistry& options) {
     for (const SessionVariable& row : sessionVariables) {
-        const std::string text = options.getText(row.option);
-        if (!text.empty()) {
-            setEnvironmentVariable(row.variable, text);
-        }
+        exportUnlessEmpty(row.variable, options.getSingleValue(row.option));
     }
+    exportUnlessEmpty("TRANSPORT_LAYER", options.getJoinedValues("tl", " "));
 }
 
 }  // namespace orvex

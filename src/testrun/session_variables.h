@@ -7,8 +7,8 @@
 
 namespace orvex {
 
-// Sets the variable of each reporting option that has a text. All others stay as they are, and one
-// that cannot be set is passed over.
+// Sets the variable of each reporting option that has a value. All others stay as they are, and one
+// that cannot be set is ignored.
 void exportSessionVariables(const OptionRegistry& options);
 
 }  // namespace orvex

@@ -1,7 +1,5 @@
 #include "testrun/test_run_information.h"
 
-#include <utility>
-
 namespace orvex {
 namespace {
 
@@ -37,9 +35,9 @@ void fillTestRunInformation(const OptionRegistry& options, const std::string& tl
     information.group = "orvex";
     information.fixedZero = "0";
     for (const FieldSource& source : fieldSources) {
-        std::string text = options.getText(source.option);
-        if (!text.empty()) {
-            information.*source.field = std::move(text);
+        const std::string& value = options.getSingleValue(source.option);
+        if (!value.empty()) {
+            information.*source.field = value;
         }
     }
     information.transportLayers = tlList;

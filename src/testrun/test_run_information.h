@@ -9,7 +9,7 @@
 
 namespace orvex {
 
-// Resets the fields that have a fixed start value and fills those whose options have a text; all
+// Resets the fields that have a fixed start value and fills those whose options have a value; all
 // others keep what they held. tlList: all -tl values, joined by ",".
 void fillTestRunInformation(const OptionRegistry& options, const std::string& tlList,
                             TestRunInformation& information);

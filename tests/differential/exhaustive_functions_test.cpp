@@ -112,8 +112,8 @@ Difference differenceOf(const OptionRegistry& registry, const model::Registry& m
         if (registry.hasOption(name) != model.hasOption(name)) {
             return "hasOption of \"" + name + "\"";
         }
-        if (registry.getText(name.c_str()) != model.getText(name)) {
-            return "getText of \"" + name + "\"";
+        if (registry.getSingleValue(name) != model.getSingleValue(name)) {
+            return "getSingleValue of \"" + name + "\"";
         }
         if (registry.getJoinedValues(name, "||") != model.getJoinedValues(name, "||")) {
             return "getJoinedValues of \"" + name + "\"";

@@ -119,17 +119,22 @@ bool Registry::hasOption(const std::string& name) const {
     return flags.count(trimLeadingDashes(name)) != 0;
 }
 
+std::string Registry::getSingleValue(const std::string& name) const {
+    const auto found = values.find(trimLeadingDashes(name));
+    return found == values.end() ? "" : found->second;
+}
+
 std::optional<std::string> Registry::getValue(const std::string& name) const {
     const std::string key = trimLeadingDashes(name);
-    if (multiValueOptions.count(key) != 0) {
-        return getJoinedValues(key, " ");
+    if (multiValueOptions.count(key) == 0 && values.count(key) == 0) {
+        return std::nullopt;
     }
-    const auto found = values.find(key);
-    return found == values.end() ? std::nullopt : std::optional<std::string>(found->second);
+    return getText(name);
 }
 
 std::string Registry::getText(const std::string& name) const {
-    return getValue(name).value_or("");
+    const bool isMulti = multiValueOptions.count(trimLeadingDashes(name)) != 0;
+    return isMulti ? getJoinedValues(name, " ") : getSingleValue(name);
 }
 
 std::string Registry::getJoinedValues(const std::string& name, const std::string& separator) const {

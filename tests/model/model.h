@@ -34,7 +34,9 @@ struct Registry {
     bool hasOption(const std::string& name) const;
     // No value is the stream that has already failed.
     std::optional<std::string> getValue(const std::string& name) const;
+    // The text of that stream.
     std::string getText(const std::string& name) const;
+    std::string getSingleValue(const std::string& name) const;
     std::string getJoinedValues(const std::string& name, const std::string& separator) const;
 
     std::uint32_t mode;

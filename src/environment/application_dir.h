@@ -1,0 +1,16 @@
+// The directory that the SDK is installed in.
+
+#ifndef ORVEX_APPLICATION_DIR_H
+#define ORVEX_APPLICATION_DIR_H
+
+#include <string>
+
+namespace orvex {
+
+// Implements OrvexTestCommandLineParser::getApplicationDir, whose declaration says what it returns and
+// throws.
+std::string getApplicationDir();
+
+}  // namespace orvex
+
+#endif
