@@ -4,7 +4,6 @@
 #define ORVEX_TESTS_DIFFERENTIAL_EXHAUSTIVE_H
 
 #include "differential/comparison.h"
-#include "differential/words.h"
 
 #include <gtest/gtest.h>
 

@@ -109,26 +109,28 @@ Difference differenceOf(const OptionRegistry& registry, const model::Registry& m
         return "getPositionals";
     }
     for (const std::string& name : names) {
-        if (registry.hasOption(name) != model.hasOption(name)) {
+        const std::string key = model::trimLeadingDashes(name);
+        const bool isValue = model.valueOptions.count(key) != 0;
+        const bool isMultiValue = model.multiValueOptions.count(key) != 0;
+        const auto single = model.values.find(key);
+        const bool hasSingle = single != model.values.end();
+        if (registry.hasOption(name) != (model.flags.count(key) != 0)) {
             return "hasOption of \"" + name + "\"";
         }
-        if (registry.getSingleValue(name) != model.getSingleValue(name)) {
+        if (registry.getSingleValue(name) != (hasSingle ? single->second : "")) {
             return "getSingleValue of \"" + name + "\"";
         }
-        if (registry.getJoinedValues(name, "||") != model.getJoinedValues(name, "||")) {
+        if (registry.getJoinedValues(name, "||") != model.getJoinedValues(key, "||")) {
             return "getJoinedValues of \"" + name + "\"";
         }
         if (!hasAll) {
             continue;
         }
         const std::istringstream stream = registry.getValue(name);
-        const std::optional<std::string> text = model.getValue(name);
-        if (stream.str() != text.value_or("") || stream.fail() == text.has_value()) {
+        if (stream.str() != model.getText(key) || stream.fail() == (hasSingle || isMultiValue)) {
             return "getValue of \"" + name + "\"";
         }
-        const std::string key = model::trimLeadingDashes(name);
-        if (registry.isValueOption(name) != (model.valueOptions.count(key) != 0) ||
-            registry.isMultiValueOption(name) != (model.multiValueOptions.count(key) != 0)) {
+        if (registry.isValueOption(name) != isValue || registry.isMultiValueOption(name) != isMultiValue) {
             return "registration of \"" + name + "\"";
         }
     }

@@ -1,7 +1,6 @@
 // Random scenarios: texts of every kind that the parser reads, in all forms of a call.
 
 #include "differential/scenario.h"
-#include "differential/words.h"
 #include "support/known_options.h"
 
 #include <climits>

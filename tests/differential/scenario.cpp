@@ -101,6 +101,19 @@ std::string escaped(const std::string& text) {
     return escape(text);
 }
 
+Texts words(std::string_view text, char separator) {
+    Texts list(1);
+    for (const char c : text) {
+        if (c == separator) {
+            list.emplace_back();
+        } else {
+            list.back() += c;
+        }
+    }
+    std::replace(list.begin(), list.end(), std::string("''"), std::string());
+    return list;
+}
+
 std::string describe(const Scenario& scenario) {
     std::string text;
     for (const auto& [name, value] : scenario.environment) {

@@ -67,6 +67,9 @@ Scenario scenarioOf(std::string_view text);
 // The bytes as they stand in such a text.
 std::string escaped(const std::string& text);
 
+// The words between the separators; '' is the empty one.
+Texts words(std::string_view text, char separator = ' ');
+
 // The smallest text that still fails, found by taking parts away from one that does.
 std::string shrink(const std::string& text, const std::function<bool(const std::string&)>& fails);
 

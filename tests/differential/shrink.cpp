@@ -25,7 +25,10 @@ public:
     }
 
     std::string run() {
-        while (removeRuns([](Lines& lines) -> Lines& { return lines; }, 0) | simplifyLines()) {
+        bool isSmaller = true;
+        while (isSmaller) {
+            isSmaller = removeRuns([](Lines& lines) -> Lines& { return lines; }, 0);
+            isSmaller |= simplifyLines();
         }
         return joined(best);
     }

@@ -115,30 +115,16 @@ void Registry::store(const std::string& name, const std::string& value) {
     }
 }
 
-bool Registry::hasOption(const std::string& name) const {
-    return flags.count(trimLeadingDashes(name)) != 0;
-}
-
-std::string Registry::getSingleValue(const std::string& name) const {
-    const auto found = values.find(trimLeadingDashes(name));
+std::string Registry::getText(const std::string& name) const {
+    if (multiValueOptions.count(name) != 0) {
+        return getJoinedValues(name, " ");
+    }
+    const auto found = values.find(name);
     return found == values.end() ? "" : found->second;
 }
 
-std::optional<std::string> Registry::getValue(const std::string& name) const {
-    const std::string key = trimLeadingDashes(name);
-    if (multiValueOptions.count(key) == 0 && values.count(key) == 0) {
-        return std::nullopt;
-    }
-    return getText(name);
-}
-
-std::string Registry::getText(const std::string& name) const {
-    const bool isMulti = multiValueOptions.count(trimLeadingDashes(name)) != 0;
-    return isMulti ? getJoinedValues(name, " ") : getSingleValue(name);
-}
-
 std::string Registry::getJoinedValues(const std::string& name, const std::string& separator) const {
-    const auto found = multiValues.find(trimLeadingDashes(name));
+    const auto found = multiValues.find(name);
     if (found == multiValues.end()) {
         return "";
     }
@@ -397,12 +383,13 @@ bool Parser::parseAll(const Texts& argv) {
     scanVariable("_ORVEX_TEST_ARGS_", argv[0]);
 
     applicationName = options.positionals.empty() ? "" : options.positionals[0];
-    helpRequested = options.hasOption("?") || options.hasOption("h") || options.hasOption("H") ||
-                    options.hasOption("help");
+    const Texts helpSwitches = {"?", "h", "H", "help"};
+    helpRequested = std::any_of(helpSwitches.begin(), helpSwitches.end(),
+                                [this](const std::string& name) { return options.flags.count(name) != 0; });
     for (std::size_t i = 1; i < options.positionals.size(); ++i) {
         testPaths.push_back(options.positionals[i]);
     }
-    waitBeforeExit = options.hasOption("w");
+    waitBeforeExit = options.flags.count("w") != 0;
     outputFilename = options.getText("o");
     xmlFilename = options.getText("x");
     tlList = options.getJoinedValues("tl", ",");

@@ -31,12 +31,8 @@ struct Registry {
 
     void parseTokens(const Texts& tokens);
 
-    bool hasOption(const std::string& name) const;
-    // No value is the stream that has already failed.
-    std::optional<std::string> getValue(const std::string& name) const;
-    // The text of that stream.
+    // Names have no dashes in front here.
     std::string getText(const std::string& name) const;
-    std::string getSingleValue(const std::string& name) const;
     std::string getJoinedValues(const std::string& name, const std::string& separator) const;
 
     std::uint32_t mode;
@@ -44,7 +40,6 @@ struct Registry {
     std::map<std::string, Texts> multiValues;
     std::set<std::string> flags;
     Texts positionals;
-    // Without dashes in front.
     std::set<std::string> valueOptions;
     std::set<std::string> multiValueOptions;
 
