@@ -7,8 +7,7 @@
 
 #include <dlfcn.h>
 
-#include <cstdlib>
-#include <memory>
+#include <filesystem>
 #include <new>
 #include <stdexcept>
 
@@ -34,13 +33,17 @@ OrvexTestCommandLineParser& newProcessWideParser() {
     return *new (&parser) OrvexTestCommandLineParser();
 }
 
+// The file lies six levels below it; above the root there is nothing.
 std::string findApplicationDir() {
     Dl_info library;
     if (dladdr(reinterpret_cast<const void*>(&OrvexTestCommandLineParser_Parse), &library) == 0) {
         throw std::logic_error("the library's file cannot be found");
     }
-    const std::unique_ptr<char, decltype(&std::free)> file(realpath(library.dli_fname, nullptr), &std::free);
-    return model::applicationDirOf(file.get());
+    std::filesystem::path directory = std::filesystem::canonical(library.dli_fname);
+    for (int level = 0; level < 6; ++level) {
+        directory = directory.parent_path();
+    }
+    return directory == "/" ? "" : directory.string();
 }
 
 // What a call returns, or the message of what it throws.

@@ -1,4 +1,5 @@
-// Every short command line, argument variable and transport-layer list, every code point, every packed block.
+// Every short command line, argument variable and transport-layer list, every code point and packed block,
+// and random scenarios.
 
 #include "differential/exhaustive.h"
 #include "support/known_options.h"
@@ -324,6 +325,23 @@ TEST(ExhaustiveWide, EveryCountWithoutArguments) {
                 cases(Scenario{{counted, narrow({}), counted}, {{"ORVEX_TEST_ARGS", "-o a"}}});
             }
         }
+    }
+}
+
+std::uint64_t numberFromEnvironment(const char* name, std::uint64_t otherwise) {
+    const char* text = std::getenv(name);
+    return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
+}
+
+// DIFFERENTIAL_SEED and DIFFERENTIAL_CASES choose the seed of the first and how many; each further one has
+// the next.
+TEST(RandomScenarios, BehaveAsTheModel) {
+    const std::uint64_t count = numberFromEnvironment("DIFFERENTIAL_CASES", quickOrDeep(20000, 200000));
+    const std::uint64_t first = numberFromEnvironment("DIFFERENTIAL_SEED", 1);
+    Cases cases;
+    for (std::uint64_t seed = first; seed < first + count && cases; ++seed) {
+        SCOPED_TRACE("DIFFERENTIAL_SEED=" + std::to_string(seed));
+        cases(scenarioFromSeed(seed));
     }
 }
 

@@ -30,8 +30,15 @@ std::optional<std::string> lookUp(const Environment& environment, const std::str
     return entry.substr(beginning.size());
 }
 
-bool startsWithDigit(const std::string& text) {
-    return !text.empty() && text[0] >= '0' && text[0] <= '9';
+// Ends the parse.
+void require(bool isGood) {
+    if (!isGood) {
+        throw std::runtime_error("the parse fails");
+    }
+}
+
+void requireNumber(const std::string& text) {
+    require(text.empty() || (text[0] >= '0' && text[0] <= '9'));
 }
 
 }  // namespace
@@ -274,16 +281,6 @@ int utf8(const char32_t* source, char* destination, int destinationSize) {
     }
 }
 
-std::string applicationDirOf(const std::string& libraryFile) {
-    // The file and five levels. Above the root there is nothing.
-    std::string path = libraryFile;
-    for (int level = 0; level < 6; ++level) {
-        const std::size_t slash = path.rfind('/');
-        path = slash == std::string::npos ? "" : path.substr(0, slash);
-    }
-    return path;
-}
-
 // ---- parser ----
 
 const std::vector<Field> fields = {
@@ -328,7 +325,15 @@ bool Parser::parse(const Texts& argv) {
     Texts arguments;
     std::transform(argv.begin(), argv.end(), std::back_inserter(arguments), cString);
     try {
-        return parseAll(arguments);
+        scanVariable("ORVEX_TEST_ARGS", arguments[0]);
+        options.parseTokens(arguments);
+        scanVariable("_ORVEX_TEST_ARGS_", arguments[0]);
+        readOptions();
+        setTransportVariables();
+        setProducerPath();
+        fillRecord();
+        setSessionVariables();
+        return true;
     } catch (const std::exception&) {
         return false;
     }
@@ -377,11 +382,7 @@ void Parser::scanVariable(const std::string& name, const std::string& programNam
     }
 }
 
-bool Parser::parseAll(const Texts& argv) {
-    scanVariable("ORVEX_TEST_ARGS", argv[0]);
-    options.parseTokens(argv);
-    scanVariable("_ORVEX_TEST_ARGS_", argv[0]);
-
+void Parser::readOptions() {
     applicationName = options.positionals.empty() ? "" : options.positionals[0];
     const Texts helpSwitches = {"?", "h", "H", "help"};
     helpRequested = std::any_of(helpSwitches.begin(), helpSwitches.end(),
@@ -393,28 +394,16 @@ bool Parser::parseAll(const Texts& argv) {
     outputFilename = options.getText("o");
     xmlFilename = options.getText("x");
     tlList = options.getJoinedValues("tl", ",");
-
-    if (!setTransportVariables()) {
-        return false;
-    }
-    setProducerPath();
-    fillRecord();
-    setSessionVariables();
-    return true;
 }
 
 bool Parser::setUnlessEmpty(const std::string& name, const std::string& value) {
-    if (value.empty()) {
-        return true;
+    if (!value.empty() && refused.count(name) == 0) {
+        environment[name] = cString(value);
     }
-    if (refused.count(name) != 0) {
-        return false;
-    }
-    environment[name] = cString(value);
-    return true;
+    return value.empty() || refused.count(name) == 0;
 }
 
-bool Parser::setTransportVariables() {
+void Parser::setTransportVariables() {
     std::set<std::string> classes;
     std::set<std::string> drivers;
     Texts entries;
@@ -435,40 +424,25 @@ bool Parser::setTransportVariables() {
     }
 
     const std::string socketBuffer = options.getText("socketbuffer");
-    if (!socketBuffer.empty() && !startsWithDigit(socketBuffer)) {
-        return false;
-    }
-    std::string streamParameters;
-    if (!drivers.empty()) {
-        streamParameters = "Type=" + *drivers.rbegin();
-    }
+    requireNumber(socketBuffer);
+    std::string parameters = drivers.empty() ? "" : "Type=" + *drivers.rbegin();
     if (!socketBuffer.empty()) {
-        streamParameters +=
-            (streamParameters.empty() ? "SocketBufferSize=" : " SocketBufferSize=") + socketBuffer;
+        parameters += (parameters.empty() ? "SocketBufferSize=" : " SocketBufferSize=") + socketBuffer;
     }
 
     const bool isDefined = environment.count("ORVEX_GTC_USE_EXTRA_TL") != 0;
-    if (!isDefined && !setUnlessEmpty("ORVEX_GTC_USE_EXTRA_TL", "1")) {
-        return false;
-    }
-    if (!setUnlessEmpty("ORVEX_DEVICE_FILTER", filter) ||
-        !setUnlessEmpty("ORVEX_GIGE_STREAMPARAMS", streamParameters)) {
-        return false;
-    }
+    require(isDefined || setUnlessEmpty("ORVEX_GTC_USE_EXTRA_TL", "1"));
+    require(setUnlessEmpty("ORVEX_DEVICE_FILTER", filter));
+    require(setUnlessEmpty("ORVEX_GIGE_STREAMPARAMS", parameters));
     for (const KnownOption& option : knownOptions) {
         const std::string name = option.name;
-        if (option.kind != OptionKind::Number || name == "socketbuffer") {
-            continue;
-        }
-        std::string value = options.getText(name);
-        if (value.empty() && name == "packetsize") {
-            value = "8192";
-        }
-        if ((!value.empty() && !startsWithDigit(value)) || !setUnlessEmpty(option.sdkVariable, value)) {
-            return false;
+        if (option.kind == OptionKind::Number && name != "socketbuffer") {
+            const std::string text = options.getText(name);
+            requireNumber(text);
+            require(setUnlessEmpty(option.sdkVariable, text.empty() && name == "packetsize" ? "8192" : text));
         }
     }
-    return setUnlessEmpty("TEST_PROPERTIES", options.getJoinedValues("p", " "));
+    require(setUnlessEmpty("TEST_PROPERTIES", options.getJoinedValues("p", " ")));
 }
 
 void Parser::setProducerPath() {

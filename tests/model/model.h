@@ -59,9 +59,6 @@ std::pair<int, std::string> expand(const std::string& text, const Environment& e
 // Source and destination may be null.
 int utf8(const char32_t* source, char* destination, int destinationSize);
 
-// The SDK's directory, for a library file whose absolute path holds no symbolic links, no "." and no "..".
-std::string applicationDirOf(const std::string& libraryFile);
-
 struct Field {
     const char* name;
     std::string TestRunInformation::*member;
@@ -95,9 +92,10 @@ public:
     TestRunInformation record;
 
 private:
+    // False when the variable is refused.
     bool setUnlessEmpty(const std::string& name, const std::string& value);
-    bool parseAll(const Texts& argv);
-    bool setTransportVariables();
+    void readOptions();
+    void setTransportVariables();
     void setProducerPath();
     void fillRecord();
     void setSessionVariables();
