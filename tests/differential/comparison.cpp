@@ -227,8 +227,11 @@ Difference findDifference(const Scenario& scenario) {
         }
         compareAccessors(library, model, compare);
         compare(ProcessEnvironment::read(), environment);
-        compareRecordBuffer(model, compare);
-        compareHelp(library, model, compare);
+        if (compare.text.empty()) {
+            // These hold the same strings once more.
+            compareRecordBuffer(model, compare);
+            compareHelp(library, model, compare);
+        }
         if (!compare.text.empty()) {
             return (i == 0 ? "before the first call:\n" : "after call " + std::to_string(i) + ":\n") +
                    compare.text;
@@ -238,11 +241,11 @@ Difference findDifference(const Scenario& scenario) {
 }
 
 std::string reportDifference(const Scenario& scenario) {
-    const std::string smallest = shrink(describe(scenario), [](const std::string& text) {
+    const Scenario smallest = scenarioOf(shrink(describe(scenario), [](const std::string& text) {
         return findDifference(scenarioOf(text)).has_value();
-    });
-    return findDifference(scenarioOf(smallest)).value_or("no difference\n") +
-           "in this scenario, which can go into tests/fuzz/corpus/scenario:\n" + smallest;
+    }));
+    return findDifference(smallest).value_or("no difference\n") +
+           "in this scenario, which can go into tests/fuzz/corpus/scenario:\n" + describe(smallest);
 }
 
 Difference replayScenario(const std::string& text) {

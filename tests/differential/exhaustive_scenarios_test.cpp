@@ -10,26 +10,6 @@ namespace {
 
 using namespace differential;
 
-Call call(Form form, Texts arguments) {
-    Call result;
-    result.form = form;
-    result.arguments = std::move(arguments);
-    return result;
-}
-
-Call wide(Form form, std::vector<WideArgument> arguments) {
-    Call result;
-    result.form = form;
-    result.wideArguments = std::move(arguments);
-    return result;
-}
-
-Call withCount(Call result, int count, bool isNull = false) {
-    result.count = count;
-    result.isNull = isNull;
-    return result;
-}
-
 Texts operator+(Texts first, const Texts& second) {
     first.insert(first.end(), second.begin(), second.end());
     return first;
@@ -41,7 +21,7 @@ Texts part(const Texts& list, std::size_t first, std::size_t end) {
 }
 
 Call narrow(const Texts& arguments) {
-    return call(Form::Narrow, Texts{"app"} + arguments);
+    return {Form::Narrow, Texts{"app"} + arguments};
 }
 
 std::string joined(const Texts& list) {
@@ -54,9 +34,8 @@ std::string joined(const Texts& list) {
 
 // Every form with dashes, with "=", of a number, and every kind of option.
 const Texts tokens = words(
-    "'' a - -- --- -o --o ---o -o= -o=b -tl --tl -tl=A -tl= -p -p=k=v -w -w=1 -help -? -u -u=1 -= --=x -5 7 "
-    "-.5e1 "
-    "-packetsize -tdc_variant=V o=");
+    "'' a - -- --- -o --o ---o -o= -o=b -tl --tl -tl=A -tl= -p -p=k=v -w -w=1 -help -? -u -u=1 -= --=x "
+    "-5 7 -.5e1 -packetsize -tdc_variant=V o=");
 
 TEST(ExhaustiveTokens, EveryListAfterTheProgramName) {
     Cases cases;
@@ -65,8 +44,9 @@ TEST(ExhaustiveTokens, EveryListAfterTheProgramName) {
 
 TEST(ExhaustiveTokens, EveryListWithAnythingAsTheProgramName) {
     Cases cases;
-    forEvery(tokens, quickOrDeep(3, 4), cases,
-             [&](const Texts& list) { cases(Scenario{{call(Form::NarrowC, list)}}); });
+    forEvery(tokens, quickOrDeep(3, 4), cases, [&](const Texts& list) {
+        cases(Scenario{{Call{Form::NarrowC, list}}});
+    });
 }
 
 TEST(ExhaustiveTokens, EveryListSpreadOverTheThreeSources) {
@@ -87,7 +67,7 @@ TEST(ExhaustiveTokens, EveryListSpreadOverTwoParses) {
     forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Texts& list) {
         for (std::size_t first = 0; first <= list.size(); ++first) {
             cases(Scenario{{narrow(part(list, 0, first)),
-                            call(Form::Narrow, Texts{"other"} + part(list, first, list.size()))}});
+                            Call{Form::Narrow, Texts{"other"} + part(list, first, list.size())}}});
         }
     });
 }
@@ -126,7 +106,7 @@ TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
                     const Texts second = given(secondWay, secondName);
                     scenario.calls = {narrow(first + second)};
                     cases(scenario);
-                    scenario.calls = {narrow(first), call(Form::Packed, Texts{"app"} + second)};
+                    scenario.calls = {narrow(first), Call{Form::Packed, Texts{"app"} + second}};
                     cases(scenario);
                 }
             }
@@ -139,7 +119,7 @@ TEST(ExhaustiveTokens, EveryLengthOfEveryValue) {
     Cases cases;
     for (const std::string& name : optionNames()) {
         for (std::size_t length = quickOrDeep(253, 0); length <= quickOrDeep(258, 600); ++length) {
-            cases(Scenario{{call(Form::NarrowC, {"app", "-" + name + "=" + std::string(length, '5')})}});
+            cases(Scenario{{Call{Form::NarrowC, {"app", "-" + name + "=" + std::string(length, '5')}}}});
         }
     }
 }
@@ -167,7 +147,7 @@ TEST(ExhaustiveVariables, EveryTextAfterTheCommandLine) {
 
 TEST(ExhaustiveVariables, EveryTextInAVariableOfTheCallersChoice) {
     holdEveryText("MY_ARGS", " \t\"'\\a\n", quickOrDeep(4, 6),
-                  {call(Form::Variable, {"MY_ARGS", "app"}), narrow({"-o", "b"})});
+                  {Call{Form::Variable, {"MY_ARGS", "app"}}, narrow({"-o", "b"})});
 }
 
 Texts transportLayers() {
@@ -273,7 +253,7 @@ TEST(ExhaustiveWide, EveryCodePoint) {
     for (std::uint32_t c = 0; c < firstInvalid && cases; c += step) {
         arguments.push_back(std::u32string{U'a', static_cast<char32_t>(c), U'b'});
         if (arguments.size() > atOnce || c + step >= firstInvalid) {
-            cases(Scenario{{wide(Form::Wide, arguments)}}, arguments.size() - 1);
+            cases(Scenario{{Call{Form::Wide, {}, arguments}}}, arguments.size() - 1);
             arguments.resize(1);
         }
     }
@@ -286,8 +266,8 @@ TEST(ExhaustiveWide, EveryCodePointNearABoundary) {
         for (std::uint32_t distance = 0; distance < 32; ++distance) {
             const auto c = static_cast<char32_t>(boundary + distance - 16);
             for (const std::u32string& text : {std::u32string{c}, {U'a', c}, {c, U'b', c}}) {
-                cases(Scenario{{wide(Form::Wide, {text}), wide(Form::WideC, {U"app", text}),
-                                wide(Form::Wide, {U"app", U"-o", text, U"-x"})}});
+                cases(Scenario{{Call{Form::Wide, {}, {text}}, Call{Form::WideC, {}, {U"app", text}},
+                                Call{Form::Wide, {}, {U"app", U"-o", text, U"-x"}}}});
             }
         }
     }
@@ -300,8 +280,7 @@ TEST(ExhaustiveWide, EveryVectorAndCount) {
     Cases cases;
     forEvery(items, quickOrDeep(3, 4), cases, [&](const std::vector<WideArgument>& arguments) {
         for (int count = -1; count <= static_cast<int>(arguments.size()); ++count) {
-            cases(Scenario{{withCount(wide(Form::Wide, arguments), count),
-                            withCount(wide(Form::WideC, arguments), count)}});
+            cases(Scenario{{{Form::Wide, {}, arguments, count}, {Form::WideC, {}, arguments, count}}});
         }
     });
 }
@@ -311,7 +290,7 @@ TEST(ExhaustiveWide, EveryPackedBlockAndCount) {
     // The zero bytes in the text separate the arguments.
     forEvery(std::string("\0-wo5", 5), quickOrDeep(4, 6), cases, [&](const std::string& block) {
         for (int count = -1; count <= static_cast<int>(block.size()) + 1; ++count) {
-            cases(Scenario{{withCount(call(Form::Packed, {block}), count)}});
+            cases(Scenario{{Call{Form::Packed, {block}, {}, count}}});
         }
     });
 }
@@ -321,7 +300,7 @@ TEST(ExhaustiveWide, EveryCountWithoutArguments) {
     for (const int count : {INT_MIN, -2, -1, 0, 1, 2, INT_MAX}) {
         for (const Form form : {Form::Narrow, Form::Wide, Form::Packed, Form::NarrowC, Form::WideC}) {
             for (const bool isNull : {false, true}) {
-                const Call counted = withCount(call(form, {}), count, isNull);
+                const Call counted = {form, {}, {}, count, isNull};
                 cases(Scenario{{counted, narrow({}), counted}, {{"ORVEX_TEST_ARGS", "-o a"}}});
             }
         }

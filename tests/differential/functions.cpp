@@ -79,10 +79,8 @@ Difference findConversionDifference(const std::u32string& text, int size) {
     if (compare.text.empty()) {
         return std::nullopt;
     }
-    Call call;
-    call.form = Form::Wide;
-    call.wideArguments = {text};
-    return describe({{call}}) + "into " + std::to_string(size) + " bytes:\n" + compare.text;
+    return describe({{{Form::Wide, {}, {text}}}}) + "into " + std::to_string(size) + " bytes:\n" +
+           compare.text;
 }
 
 Difference findTokenKindDifference(const std::string& token) {

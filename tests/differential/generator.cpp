@@ -83,11 +83,7 @@ private:
 
     Call variableCall() {
         static const Texts names = words("MY_ARGS MY_ARGS ORVEX_TEST_ARGS UNSET '' A=B");
-        Call result;
-        result.form = Form::Variable;
-        result.arguments = {oneOf(names), programName()};
-        result.isNull = oneIn(16);
-        return result;
+        return {Form::Variable, {oneOf(names), programName()}, {}, {}, oneIn(16)};
     }
 
     WideArgument wideArgument(const std::string& argument) {

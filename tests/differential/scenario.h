@@ -27,11 +27,11 @@ struct Call {
     Form form = Form::Narrow;
     // Of the narrow forms; of Packed, where a zero byte follows each; of Variable, where they are the names
     // of the variable and of the program. A zero byte ends them like any other string.
-    Texts arguments;
+    Texts arguments = {};
     // Of the wide forms.
-    std::vector<WideArgument> wideArguments;
+    std::vector<WideArgument> wideArguments = {};
     // When it is not the number of arguments: fewer (also below 0), and with Packed also more.
-    std::optional<int> count;
+    std::optional<int> count = {};
     // Pass a null pointer for the arguments, or for the name of the variable.
     bool isNull = false;
 
