@@ -1,6 +1,11 @@
 #include "peak_memory.h"
 
+#ifdef __APPLE__
+#include <malloc/malloc.h>
+#define malloc_usable_size malloc_size
+#else
 #include <malloc.h>
+#endif
 
 #include <algorithm>
 #include <cstdlib>

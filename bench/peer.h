@@ -6,12 +6,28 @@
 #include "command_line.h"
 
 #include <cstddef>
+#include <iterator>
+#include <string>
+#include <vector>
 
 // How much of the command line a parser has found.
 struct Found {
     std::size_t transportLayers = 0;
     std::size_t testPaths = 0;
     bool wait = false;
+};
+
+// What a parser that stores into variables is given.
+struct Variables {
+    std::string values[std::size(valueOptions)];  // in the order of valueOptions
+    std::vector<std::string> transportLayers;
+    std::vector<std::string> properties;
+    std::vector<std::string> testPaths;
+    bool wait = false;
+
+    Found found() const {
+        return {transportLayers.size(), testPaths.size(), wait};
+    }
 };
 
 // Parses the command line once, its own construction and destruction included.

@@ -14,14 +14,18 @@
 #include <string_view>
 #include <utility>
 
+extern char** environ;
+
 namespace {
 
 constexpr int decade = 10;
 
-void parseOnce(benchmark::State& state, CommandLine& commandLine) {
+void parse(benchmark::State& state, CommandLine& commandLine, int times = 1) {
     OrvexTestCommandLineParser parser;
-    if (!parser.Parse(commandLine.argc(), commandLine.argv())) {
-        state.SkipWithError("the parse failed");
+    for (int i = 0; i < times; ++i) {
+        if (!parser.Parse(commandLine.argc(), commandLine.argv())) {
+            state.SkipWithError("the parse failed");
+        }
     }
 }
 
@@ -38,32 +42,21 @@ void measure(benchmark::State& state, std::size_t inputBytes, Work work) {
     state.counters["input_bytes"] = static_cast<double>(inputBytes);
 }
 
-// The argument number i of a vector that holds one kind of arguments.
-using MakeArgument = std::string (*)(std::int64_t i);
-
-void parseArguments(benchmark::State& state, MakeArgument makeArgument) {
+// A growing number of arguments of one kind, parsed by one object as often as told: every later parse adds
+// the test paths of all earlier ones again. argument: a "#" in it stands for the number of the argument.
+void parseArguments(benchmark::State& state, const char* argument, int times) {
     std::vector<std::string> list = {"/opt/tests/runner"};
     std::size_t inputBytes = 0;
     for (std::int64_t i = 0; i < state.range(0); ++i) {
-        list.push_back(makeArgument(i));
+        list.emplace_back(argument);
+        const std::size_t number = list.back().find('#');
+        if (number != std::string::npos) {
+            list.back().replace(number, 1, std::to_string(i));
+        }
         inputBytes += list.back().size() + 1 + sizeof(char*);
     }
     CommandLine commandLine(std::move(list));
-    measure(state, inputBytes, [&] { parseOnce(state, commandLine); });
-}
-
-// A second parse of one object adds all test paths of the first one again.
-void parseAgain(benchmark::State& state) {
-    std::vector<std::string> list = {"/opt/tests/runner"};
-    list.resize(static_cast<std::size_t>(state.range(0)) + 1, "TestSuiteUsb");
-    CommandLine commandLine(std::move(list));
-    const std::size_t inputBytes =
-        static_cast<std::size_t>(state.range(0)) * (sizeof("TestSuiteUsb") + sizeof(char*));
-    measure(state, inputBytes, [&] {
-        OrvexTestCommandLineParser parser;
-        parser.Parse(commandLine.argc(), commandLine.argv());
-        parser.Parse(commandLine.argc(), commandLine.argv());
-    });
+    measure(state, inputBytes, [&] { parse(state, commandLine, times); });
 }
 
 std::string repeat(std::string_view pattern, std::int64_t size) {
@@ -81,7 +74,7 @@ void parseArgumentVariable(benchmark::State& state, const char* pattern, const c
     const std::string text = around + repeat(pattern, state.range(0)) + around;
     setenv("ORVEX_TEST_ARGS", text.c_str(), 1);
     CommandLine commandLine({"/opt/tests/runner"});
-    measure(state, text.size(), [&] { parseOnce(state, commandLine); });
+    measure(state, text.size(), [&] { parse(state, commandLine); });
     unsetenv("ORVEX_TEST_ARGS");
 }
 
@@ -95,8 +88,17 @@ void expandReferences(benchmark::State& state, const char* pattern) {
     });
 }
 
+// What clearenv does where there is one.
+void clearEnvironment() {
+    while (environ != nullptr && *environ != nullptr) {
+        const std::string_view variable = *environ;
+        unsetenv(std::string(variable.substr(0, variable.find('='))).c_str());
+    }
+}
+
 // The platform walks all variables for each one that it looks up or sets.
 void parseInEnvironment(benchmark::State& state) {
+    clearEnvironment();
     std::size_t inputBytes = 0;
     for (std::int64_t i = 0; i < state.range(0); ++i) {
         const std::string name = "VARIABLE_" + std::to_string(i);
@@ -104,8 +106,7 @@ void parseInEnvironment(benchmark::State& state) {
         inputBytes += name.size() + sizeof("=value") + sizeof(char*);
     }
     CommandLine commandLine(typicalArguments(Form::Joined));
-    measure(state, inputBytes, [&] { parseOnce(state, commandLine); });
-    clearenv();
+    measure(state, inputBytes, [&] { parse(state, commandLine); });
 }
 
 using Range = std::pair<std::int64_t, std::int64_t>;
@@ -124,29 +125,18 @@ void grow(const char* name, Range range, int step, Arguments... arguments) {
         ->Complexity(benchmark::oN);
 }
 
-void registerArguments() {
-    grow("arguments/test paths", toMillion, decade, parseArguments,
-         MakeArgument([](std::int64_t i) { return "Suite" + std::to_string(i); }));
-    grow("arguments/one flag", toMillion, decade, parseArguments,
-         MakeArgument([](std::int64_t) { return std::string("-w"); }));
-    grow("arguments/other flags", toMillion, decade, parseArguments,
-         MakeArgument([](std::int64_t i) { return "-f" + std::to_string(i); }));
-    grow("arguments/one value", toMillion, decade, parseArguments,
-         MakeArgument([](std::int64_t) { return std::string("-o=report"); }));
-    grow("arguments/other values", toMillion, decade, parseArguments,
-         MakeArgument([](std::int64_t i) { return "-v" + std::to_string(i) + "=1"; }));
-    grow("arguments/numbers", toMillion, decade, parseArguments,
-         MakeArgument([](std::int64_t i) { return "-" + std::to_string(i); }));
-    grow("tl/one class", toHundredThousand, decade, parseArguments,
-         MakeArgument([](std::int64_t) { return std::string("-tl=DravikGigE:SocketDriver"); }));
-    grow("tl/other classes", toHundredThousand, decade, parseArguments,
-         MakeArgument([](std::int64_t i) { return "-tl=Class" + std::to_string(i); }));
-    grow("p/values", toHundredThousand, decade, parseArguments,
-         MakeArgument([](std::int64_t i) { return "-p=name" + std::to_string(i) + "=1"; }));
-    grow("arguments/test paths, twice", toMillion, decade, parseAgain);
-}
+void registerBenchmarks() {
+    grow("arguments/test paths", toMillion, decade, parseArguments, "Suite#", 1);
+    grow("arguments/one flag", toMillion, decade, parseArguments, "-w", 1);
+    grow("arguments/other flags", toMillion, decade, parseArguments, "-f#", 1);
+    grow("arguments/one value", toMillion, decade, parseArguments, "-o=report", 1);
+    grow("arguments/other values", toMillion, decade, parseArguments, "-v#=1", 1);
+    grow("arguments/numbers", toMillion, decade, parseArguments, "-#", 1);
+    grow("tl/one class", toHundredThousand, decade, parseArguments, "-tl=DravikGigE:SocketDriver", 1);
+    grow("tl/other classes", toHundredThousand, decade, parseArguments, "-tl=Class#", 1);
+    grow("p/values", toHundredThousand, decade, parseArguments, "-p=name#=1", 1);
+    grow("arguments/test paths, twice", toMillion, decade, parseArguments, "TestSuiteUsb", 2);
 
-void registerTexts() {
     constexpr int step = 16;
     grow("variable/one token", kibibyteToMebibytes, step, parseArgumentVariable, "x", "");
     grow("variable/tokens", kibibyteToMebibytes, step, parseArgumentVariable, "Suite1 ", "");
@@ -169,9 +159,7 @@ void registerTexts() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    registerArguments();
-    registerTexts();
-
+    registerBenchmarks();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

@@ -1,40 +1,74 @@
-# What is built beside the library. A part is on by default only when this is the top-level project and
-# the package that the part needs is installed; a part that is asked for without its package is an error.
+# What is built beside the library, and the warnings.
 
-# The examples and the tests need a GoogleTest that was built for their standard library and platform.
+option(TESTCOMMANDLINEPARSER_STRICT "Treat compiler warnings as errors" OFF)
 set(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE "" CACHE PATH
   "GoogleTest's source directory, to build it along instead of using an installed one")
+
+# The examples and the tests need a GoogleTest that was built for their standard library and platform.
 if(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE)
   set(INSTALL_GTEST OFF)
   add_subdirectory(${TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE} googletest EXCLUDE_FROM_ALL)
   set(GTest_FOUND TRUE)
 endif()
 
-function(testcommandlineparser_part name description package debian homebrew)
-  set(default OFF)
-  if(NOT ${package}_FOUND AND (PROJECT_IS_TOP_LEVEL OR ${name}))
-    find_package(${package} QUIET)
+set(built library)
+set(leftOut "")
+
+# part(NAME DEFAULT PACKAGES...) with the packages as "CMake name/Debian name/Homebrew name"
+#
+# Sets TESTCOMMANDLINEPARSER_BUILD_<NAME>, unless it is set. By default a part is left out where one of its packages is
+# missing; a part that was asked for is an error then. The default is not cached: once the package is there, the next
+# configuration builds the part.
+function(testcommandlineparser_part name default)
+  set(option TESTCOMMANDLINEPARSER_BUILD_${name})
+  string(TOLOWER ${name} part)
+  # An outer project may have variables of these names.
+  set(missing "")
+  set(isDefault FALSE)
+  if(NOT DEFINED ${option})
+    set(${option} ${default})
+    set(isDefault TRUE)
   endif()
-  if(PROJECT_IS_TOP_LEVEL AND ${package}_FOUND)
-    set(default ON)
+  if(${option})
+    foreach(package IN LISTS ARGN)
+      string(REPLACE "/" ";" names ${package})
+      list(POP_FRONT names package debian homebrew)
+      if(NOT ${package}_FOUND)
+        find_package(${package} QUIET)
+      endif()
+      if(NOT ${package}_FOUND)
+        list(APPEND missing "${package} (Debian ${debian}, Homebrew ${homebrew})")
+      endif()
+    endforeach()
+    list(JOIN missing ", " missing)
+    if(NOT missing)
+      list(APPEND built ${part})
+    elseif(isDefault)
+      set(${option} OFF)
+      list(APPEND leftOut "${part} for want of ${missing}")
+    else()
+      message(FATAL_ERROR
+        "${option} needs what was not found: ${missing}. Install it or configure with -D${option}=OFF.")
+    endif()
   endif()
-  option(${name} "${description}" ${default})
-  if(${name} AND NOT ${package}_FOUND)
-    message(FATAL_ERROR
-      "${name} needs ${package}, which was not found. Install it (Debian: ${debian}; Homebrew: "
-      "${homebrew}) or configure with -D${name}=OFF.")
-  endif()
+  return(PROPAGATE ${option} built leftOut)
 endfunction()
 
-testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_TOOLS
-  "Build show_arguments" nlohmann_json nlohmann-json3-dev nlohmann-json)
-testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_EXAMPLES
-  "Build the examples" GTest "libgtest-dev and libgmock-dev" googletest)
-testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_TESTS
-  "Build the tests" GTest "libgtest-dev and libgmock-dev" googletest)
-testcommandlineparser_part(TESTCOMMANDLINEPARSER_BUILD_BENCHMARKS
-  "Build the benchmarks" benchmark libbenchmark-dev google-benchmark)
-option(TESTCOMMANDLINEPARSER_STRICT "Treat compiler warnings as errors" OFF)
+set(googletest "GTest/libgtest-dev libgmock-dev/googletest")
+testcommandlineparser_part(TOOLS ${PROJECT_IS_TOP_LEVEL}
+  nlohmann_json/nlohmann-json3-dev/nlohmann-json fmt/libfmt-dev/fmt)
+testcommandlineparser_part(EXAMPLES OFF ${googletest})
+testcommandlineparser_part(TESTS OFF ${googletest})
+testcommandlineparser_part(BENCHMARKS OFF benchmark/libbenchmark-dev/google-benchmark)
+
+if(PROJECT_IS_TOP_LEVEL)
+  list(JOIN built ", " built)
+  list(JOIN leftOut "; " leftOut)
+  if(leftOut)
+    string(PREPEND leftOut ". Left out: ")
+  endif()
+  message(STATUS "Building: ${built}${leftOut}")
+endif()
 
 # The warnings that this project's own directories are held to; nothing of it reaches a consumer.
 set(testcommandlineparser_warnings -Wall -Wextra -Wpedantic)

@@ -117,8 +117,8 @@ public:
         /// name: taken whole, zero bytes included
         Name(const std::string& name) : begin(name.data()), size(name.size()) {}
 
-        const char* begin;
-        std::size_t size;
+        const char* begin;  ///< the first byte, dashes included
+        std::size_t size;   ///< in bytes
     };
 
     /// mode: any combination of the Mode bits. Nothing is registered, and nothing was scanned yet.

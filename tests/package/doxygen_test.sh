@@ -1,15 +1,23 @@
 #!/usr/bin/env bash
-# Every public declaration is documented: doxygen reads the headers and README.md without a warning. And
-# what looks like doxygen's own notation comes through unchanged.
+# Every public declaration is documented: doxygen reads the headers and the documents without a warning. What looks like
+# doxygen's own notation comes through unchanged, and no page leads to a file that is not there.
 source "$(dirname "$0")/package.sh"
 
 mkdir "$work/docs"
 (cat "$PACKAGE_SOURCE/docs/Doxyfile" && echo "OUTPUT_DIRECTORY = $work/docs") >"$work/Doxyfile"
 cd "$PACKAGE_SOURCE"
 quietly doxygen "$work/Doxyfile"
+cd "$work/docs/html"
 
 for page in classOrvexTestCommandLineParser index; do
     for text in _ORVEX_TEST_ARGS_ '$(NAME)' '%NAME%'; do
-        grep -qF "<code>$text</code>" "$work/docs/html/$page.html" || fail "$page has $text as it is written"
+        grep -qF "<code>$text</code>" "$page.html" || fail "$page has $text as it is written"
     done
+done
+
+for picture in architecture peers scaling; do
+    grep -qE "(src|data)=\"$picture.svg\"" md_docs_*.html || fail "a page shows $picture.svg"
+done
+grep -oE '(href|src|data)="[^"#:]+["#]' -- *.html | cut -d '"' -f 2 | tr -d '#' | sort -u | while read -r file; do
+    [ -e "$file" ] || fail "$file exists, to which a page leads"
 done

@@ -1,19 +1,43 @@
 #!/usr/bin/env bash
-# The code in README.md, built as a project against the installed package, works as README.md says.
+# The code in README.md works as README.md says: built as a project against the installed package and by pkg-config, and
+# configured against the source tree.
 source "$(dirname "$0")/package.sh"
 
 install_moved
-python3 "$PACKAGE_SOURCE/tests/package/readme_snippets.py" "$PACKAGE_SOURCE/README.md" "$work/project"
-build_project "$work/project" "-DCMAKE_PREFIX_PATH=$prefix"
+project=$work/project
+python3 "$PACKAGE_SOURCE/tests/package/readme_snippets.py" "$PACKAGE_SOURCE/README.md" "$project"
 
-for program in camera_test camera_test_c; do
-    expect_equal "$program runs the test paths" 'running TestSuiteUsb' "$("$built/$program" -tl DravikUsb TestSuiteUsb)"
+# with_source_tree NAME CODE [CMAKE OPTION...]: configures the project with the code in place of find_package.
+with_source_tree() {
+    local copy=$work/$1
+    cp -r "$project" "$copy"
+    ln -s "$PACKAGE_SOURCE" "$copy/libtestcommandlineparser"
+    CODE=$2 awk '/^find_package/ { print ENVIRON["CODE"]; next } { print }' "$project/CMakeLists.txt" >"$copy/CMakeLists.txt"
+    quietly cmake -S "$copy" -B "$copy/build" "${@:3}"
+}
 
-    usage=$("$built/$program" -h) || fail "$program succeeds when it is asked for help"
-    [[ $usage == "$built/$program [-?] "* ]] || fail "$program prints its usage when it is asked for help"
+with_source_tree fetch_content "$(cat "$project/fetch_content.cmake")" \
+    "-DFETCHCONTENT_SOURCE_DIR_TESTCOMMANDLINEPARSER=$PACKAGE_SOURCE"
+with_source_tree add_subdirectory "$(grep -o 'add_subdirectory([a-z]*)' "$PACKAGE_SOURCE/README.md")"
 
-    if usage=$("$built/$program" -packetsize large); then
+build_project "$project" "-DCMAKE_PREFIX_PATH=$prefix"
+
+# The compiler that the package was built with, with the flags that a sanitizer needs.
+c++() {
+    "$CXX" ${CXXFLAGS:-} "$@" ${LDFLAGS:-}
+}
+cd "$project"
+sed "s|PREFIX/lib|$prefix/$PACKAGE_LIBDIR|" pkg_config.sh >pkg_config_here.sh
+quietly source ./pkg_config_here.sh
+
+for program in "$built/camera_test" "$built/camera_test_c" "$project/camera_test"; do
+    expect_equal "$program runs the test paths" 'running TestSuiteUsb' "$("$program" -tl DravikUsb TestSuiteUsb)"
+    if "$program" -packetsize large >"$work/output"; then
         fail "$program fails on a bad number"
     fi
-    [[ $usage == *'[-packetsize <n>]'* ]] || fail "$program prints its usage on a bad number"
+done
+
+for program in "$built/camera_test" "$project/camera_test"; do
+    usage=$("$program" -h) || fail "$program succeeds when it is asked for help"
+    [[ $usage == "$program [-?] "* ]] || fail "$program prints its usage when it is asked for help"
 done
