@@ -77,7 +77,7 @@ Call callOf(std::string_view text) {
 }
 
 void addVariable(std::string_view text, Scenario& scenario) {
-    std::string variable = unescape<std::string>(text);
+    auto variable = unescape<std::string>(text);
     variable.erase(std::min(variable.find('\0'), variable.size()));
     const std::size_t equals = variable.find('=');
     if (equals != 0 && equals != std::string::npos) {
@@ -87,11 +87,11 @@ void addVariable(std::string_view text, Scenario& scenario) {
 
 void addArgument(std::string_view text, Call& call) {
     if (!call.isWide()) {
-        call.arguments.push_back(unescape<std::string>(text));
+        call.arguments.emplace_back(unescape<std::string>(text));
     } else if (text == "\\null") {
         call.wideArguments.emplace_back();
     } else {
-        call.wideArguments.push_back(unescape<std::u32string>(text));
+        call.wideArguments.emplace_back(unescape<std::u32string>(text));
     }
 }
 
