@@ -43,8 +43,6 @@ void requireNumber(const std::string& text) {
 
 }  // namespace
 
-// ---- option registry ----
-
 std::string trimLeadingDashes(const std::string& text) {
     const std::size_t first = text.find_first_not_of('-');
     return first == std::string::npos ? text : text.substr(first);
@@ -59,7 +57,6 @@ bool isNumber(const std::string& token) {
 }
 
 bool isOptionToken(const std::string& token) {
-    // Both conditions must hold; the cheap one is asked first.
     return !token.empty() && token[0] == '-' && !isNumber(token);
 }
 
@@ -131,18 +128,15 @@ std::string Registry::getText(const std::string& name) const {
 }
 
 std::string Registry::getJoinedValues(const std::string& name, const std::string& separator) const {
-    const auto found = multiValues.find(name);
-    if (found == multiValues.end()) {
-        return "";
-    }
     std::string joined;
-    for (const std::string& value : found->second) {
-        joined += value + separator;
+    if (multiValues.count(name) != 0) {
+        for (const std::string& value : multiValues.at(name)) {
+            joined += value + separator;
+        }
+        joined.erase(joined.size() - separator.size());
     }
-    return joined.substr(0, joined.size() - separator.size());
+    return joined;
 }
-
-// ---- functions ----
 
 Texts splitArguments(const std::string& text) {
     Texts tokens;
@@ -205,13 +199,12 @@ std::pair<int, std::string> expand(const std::string& text, const Environment& e
     if (text.find_first_of("$%") == std::string::npos) {
         return {0, text};
     }
-    if (text.size() == 1) {
-        return text == "%" ? std::make_pair(1, std::string("%%")) : std::make_pair(0, text);
-    }
-    if (text.size() == 2) {
-        const bool hasOnePercent = (text[0] == '%') != (text[1] == '%');
-        return hasOnePercent ? std::make_pair(1, std::string{text[0], '%', text[1]})
-                             : std::make_pair(0, text);
+    if (text.size() <= 2) {
+        // One percent sign is doubled.
+        const bool isLone = std::count(text.begin(), text.end(), '%') == 1;
+        std::string result = text;
+        result.insert(isLone ? text.find('%') : 0, isLone ? 1 : 0, '%');
+        return {isLone ? 1 : 0, result};
     }
     const std::string input = cString(text);
     std::string output;
@@ -280,8 +273,6 @@ int utf8(const char32_t* source, char* destination, int destinationSize) {
         }
     }
 }
-
-// ---- parser ----
 
 const std::vector<Field> fields = {
     {"group", &TestRunInformation::group},
@@ -479,11 +470,8 @@ void Parser::setSessionVariables() {
 }
 
 std::string Parser::helpMessage(const std::string& name) const {
-    std::string text = name.empty() ? applicationName : name;
-    if (!text.empty()) {
-        text += " ";
-    }
-    return text +
+    const std::string head = name.empty() ? applicationName : name;
+    return head + (head.empty() ? "" : " ") +
            "[-?] [-camemu n] [-o filename] [-p <property=value>...] [-packetdelay n] [-packetsize <n>] "
            "[-socketbuffer <n>] [-tl <deviceclass>...] [-w] [-x <filename>] [<testpath>...]\n"
            "Additional TDC parameters:\n"
