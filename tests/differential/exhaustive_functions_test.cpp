@@ -103,43 +103,47 @@ model::Registry newModel(std::uint32_t mode) {
     return registry;
 }
 
-// hasAll: with the queries that cost a stream, and those that a scan does not change.
-Difference differenceOf(const OptionRegistry& registry, const model::Registry& model, bool hasAll) {
+Difference differenceOf(const OptionRegistry& registry, const model::Registry& model) {
     if (registry.getPositionals() != model.positionals) {
         return "getPositionals";
     }
     for (const std::string& name : names) {
         const std::string key = model::trimLeadingDashes(name);
-        const bool isValue = model.valueOptions.count(key) != 0;
-        const bool isMultiValue = model.multiValueOptions.count(key) != 0;
         const auto single = model.values.find(key);
-        const bool hasSingle = single != model.values.end();
         if (registry.hasOption(name) != (model.flags.count(key) != 0)) {
             return "hasOption of \"" + name + "\"";
         }
-        if (registry.getSingleValue(name) != (hasSingle ? single->second : "")) {
+        if (registry.getSingleValue(name) != (single == model.values.end() ? "" : single->second)) {
             return "getSingleValue of \"" + name + "\"";
         }
         if (registry.getJoinedValues(name, "||") != model.getJoinedValues(key, "||")) {
             return "getJoinedValues of \"" + name + "\"";
         }
-        if (!hasAll) {
-            continue;
-        }
+    }
+    return std::nullopt;
+}
+
+// The queries that cost a stream, and those that a scan does not change.
+Difference furtherDifferenceOf(const OptionRegistry& registry, const model::Registry& model) {
+    for (const std::string& name : names) {
+        const std::string key = model::trimLeadingDashes(name);
+        const bool isMultiValue = model.multiValueOptions.count(key) != 0;
+        const bool hasValue = isMultiValue || model.values.count(key) != 0;
         const std::istringstream stream = registry.getValue(name);
-        if (stream.str() != model.getText(key) || stream.fail() == (hasSingle || isMultiValue)) {
+        if (stream.str() != model.getText(key) || stream.fail() == hasValue) {
             return "getValue of \"" + name + "\"";
         }
-        if (registry.isValueOption(name) != isValue || registry.isMultiValueOption(name) != isMultiValue) {
+        if (registry.isValueOption(name) != (model.valueOptions.count(key) != 0) ||
+            registry.isMultiValueOption(name) != isMultiValue) {
             return "registration of \"" + name + "\"";
         }
     }
-    for (std::size_t i = 0; hasAll && i <= model.positionals.size() + 1; ++i) {
+    for (std::size_t i = 0; i <= model.positionals.size() + 1; ++i) {
         if (registry.getPositional(i) != (i < model.positionals.size() ? model.positionals[i] : "")) {
             return "getPositional of " + std::to_string(i);
         }
     }
-    for (std::uint32_t bit = 1; hasAll && bit != 0; bit <<= 1) {
+    for (std::uint32_t bit = 1; bit != 0; bit <<= 1) {
         if (registry.hasMode(bit) != ((model.mode & bit) != 0)) {
             return "hasMode of " + std::to_string(bit);
         }
@@ -162,13 +166,16 @@ protected:
         model.parseTokens(Texts(list.begin(), middle));
         registry.parseTokens(Texts(middle, list.end()));
         model.parseTokens(Texts(middle, list.end()));
-        if (const Difference difference = differenceOf(registry, model, hasAll)) {
-            cases(*difference + " differs in mode " + std::to_string(GetParam()) + " after " +
-                  ::testing::PrintToString(list) + ", " + std::to_string(first) +
-                  " of them as an argument vector");
-        } else {
-            cases(std::nullopt);
+        Difference difference = differenceOf(registry, model);
+        if (!difference && hasAll) {
+            difference = furtherDifferenceOf(registry, model);
         }
+        if (difference) {
+            *difference += " differs in mode " + std::to_string(GetParam()) + " after " +
+                           ::testing::PrintToString(list) + ", " + std::to_string(first) +
+                           " of them as an argument vector";
+        }
+        cases(difference);
     }
 };
 
