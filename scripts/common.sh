@@ -2,8 +2,22 @@
 
 set -euo pipefail
 
+platform=$(uname -s)
+jobs=$(getconf _NPROCESSORS_ONLN)
+development=dev
+if [ "$platform" = Darwin ]; then
+    development=macos-native
+fi
+
 step() {
     printf '== %s\n' "$*"
+}
+
+linux_only() {
+    if [ "$platform" != Linux ]; then
+        echo "$0 is for Linux only" >&2
+        exit 1
+    fi
 }
 
 # Runs a command with its output in a log, which is shown only when the command fails.
@@ -21,42 +35,108 @@ quietly() {
     fi
 }
 
+# Whether a package is installed, by its Debian name. On a Mac, a command of that name will do.
+is_installed() {
+    if [ "$platform" = Darwin ]; then
+        command -v "$1" >/dev/null || brew list --versions "$1" >/dev/null 2>&1
+    else
+        [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+    fi
+}
+
+# The name of a Debian package on this platform; nothing for what comes with another package.
+package_name() {
+    case $platform/$1 in
+        Darwin/g++ | Darwin/libgmock-dev) ;;
+        Darwin/libbenchmark-dev) echo google-benchmark ;;
+        Darwin/libfmt-dev) echo fmt ;;
+        Darwin/libgtest-dev) echo googletest ;;
+        Darwin/ninja-build) echo ninja ;;
+        Darwin/nlohmann-json3-dev) echo nlohmann-json ;;
+        *) echo "$1" ;;
+    esac
+}
+
 # Installs what is missing of the named Debian packages; where it may not, names it and stops.
 # need_packages PACKAGE...
 need_packages() {
-    if [ "$(uname -s)" = Darwin ]; then
-        need_homebrew_packages
-        return
-    fi
-    local package missing=()
+    local package missing=
     for package in "$@"; do
-        if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
-            missing+=("$package")
+        package=$(package_name "$package")
+        if [ -n "$package" ] && ! is_installed "$package"; then
+            missing="$missing $package"
         fi
     done
-    if [ ${#missing[@]} -eq 0 ]; then
+    if [ -z "$missing" ]; then
         return
     fi
-    if [ "$(id -u)" -ne 0 ]; then
-        printf 'Missing packages. Install them as root: apt-get install %s\n' "${missing[*]}" >&2
+    if [ "$platform" = Darwin ]; then
+        echo "Missing packages. Install them: brew install$missing" >&2
         exit 1
     fi
-    step "installing ${missing[*]}"
+    if [ "$(id -u)" -ne 0 ]; then
+        echo "Missing packages. Install them as root: apt-get install$missing" >&2
+        exit 1
+    fi
+    step "installing$missing"
     export DEBIAN_FRONTEND=noninteractive
     quietly build/packages.log apt-get update
-    quietly build/packages.log apt-get install -y --no-install-recommends "${missing[@]}"
+    quietly build/packages.log apt-get install -y --no-install-recommends $missing
 }
 
-need_homebrew_packages() {
-    if ! command -v cmake >/dev/null || ! command -v ninja >/dev/null; then
-        echo 'Missing tools. Install them: brew install cmake ninja googletest google-benchmark nlohmann-json' >&2
-        exit 1
-    fi
-}
-
-# Configures and builds a preset. build_preset PRESET
+# Configures and builds a preset, or some of its targets. build_preset PRESET [TARGET...]
 build_preset() {
-    step "configuring and building in build/$1"
-    quietly "build/$1/configure.log" cmake --preset "$1"
-    quietly "build/$1/build.log" cmake --build --preset "$1"
+    local preset=$1
+    shift
+    if [ $# -gt 0 ]; then
+        set -- --target "$@"
+    fi
+    step "configuring and building in build/$preset"
+    quietly "build/$preset/configure.log" cmake --preset "$preset"
+    quietly "build/$preset/build.log" cmake --build --preset "$preset" "$@"
+}
+
+# Runs ctest in the build of a preset. run_tests PRESET ARGUMENT...
+run_tests() {
+    local log=build/$1/test.log
+    step "running the tests of build/$1"
+    if ! ctest --parallel "$jobs" --output-on-failure "${@:2}" >"$log" 2>&1; then
+        show_failures "$log" >&2
+        return 1
+    fi
+    grep 'tests passed' "$log"
+}
+
+# Prints the names of the tests that failed, then the first lines of the output of the first of them. The
+# tests are numbered in the order in which CMake knows them: those of single functions first.
+# show_failures LOG
+show_failures() {
+    local lines=40 tests=10
+    LC_ALL=C awk -v lines=$lines -v tests=$tests -v log_file="$1" '
+        /^ *[0-9]+\/[0-9]+ Test +#[0-9]+: / {
+            sub(/^ *[0-9]+\/[0-9]+ Test +#/, "")
+            gsub(/ \.\.\.+/, " ")
+            number = /   Passed  |\*\*\*Skipped/ ? 0 : $1 + 0
+            if (number > last) { last = number }
+            if (number > 0) { title[number] = $0 }
+            next
+        }
+        # What GoogleTest prints around a failure says nothing more.
+        /^ *Start +[0-9]+: |^Note: Google Test filter|^Running main|^\[[-=]+\]|^\[  ?[A-Z ]+ \] |FAILED TEST|^ *$/ { next }
+        /^[0-9]+% tests passed/ { number = 0 }
+        number > 0 && ++count[number] <= lines { output[number] = output[number] $0 "\n" }
+        { line[NR % lines] = $0 }
+        END {
+            for (i = 1; i <= last; ++i) if (i in title) print "failed: " title[i]
+            for (i = 1; i <= last; ++i) {
+                if (i in title && shown++ < tests) {
+                    printf "\n-- %s\n%s", title[i], output[i]
+                    if (count[i] > lines) printf "... and %d lines more\n", count[i] - lines
+                }
+            }
+            # It did not come to the tests.
+            for (i = NR + 1; last == 0 && i <= NR + lines; ++i) if (i % lines in line) print line[i % lines]
+            if (shown > tests) printf "\n... and %d tests more\n", shown - tests
+            print "\nthe whole log: " log_file
+        }' "$1"
 }

@@ -25,6 +25,7 @@ set(CMAKE_C_COMPILER "${_macos_zig}/zig" cc)
 set(CMAKE_C_COMPILER_TARGET x86_64-macos.11.0)
 set(CMAKE_CXX_COMPILER "${_macos_zig}/zig" c++)
 set(CMAKE_CXX_COMPILER_TARGET x86_64-macos.11.0)
+set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON) # the compiler makes none
 
 find_program(MACOS_LINKER ld64.lld-16 REQUIRED)
 find_program(CMAKE_AR llvm-ar-16 REQUIRED)

@@ -87,7 +87,10 @@ bool exportTransportVariables(const TransportOptions& options) {
         }
         streamParameters += "SocketBufferSize=" + options.socketBuffer;
     }
-    const std::string packetSize = options.packetSize.empty() ? defaultPacketSize : options.packetSize;
+    std::string packetSize = options.packetSize;
+    if (packetSize.empty()) {
+        packetSize = defaultPacketSize;
+    }
 
     return defineExtraTransportLayer() && exportUnlessEmpty("ORVEX_DEVICE_FILTER", deviceFilter) &&
            exportUnlessEmpty("ORVEX_GIGE_STREAMPARAMS", streamParameters) &&

@@ -6,280 +6,132 @@
 #include "support/clean_environment.h"
 
 #include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <cstdint>
+#include <map>
 #include <string>
+#include <vector>
+
+namespace {
 
 using ::testing::Each;
 using ::testing::StartsWith;
 
-namespace {
-
 using CInterface = CleanEnvironmentTest;
 
-// ---- Before any parse
+static_assert(ORVEX_TEST_RUN_INFORMATION_SIZE == 4096);
+static_assert(ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE == 256);
 
-TEST_F(CInterface, TextsAreEmptyBeforeAnyParse) {
-    inFreshProcess([] {
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetXmlFilename(), "");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "");
-    });
+// What the getters return, in their order in the header.
+void expectParsed(const char* applicationName, const char* xmlFilename, const char* outputFilename,
+                  const char* testPath, int wait, int help) {
+    EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), applicationName);
+    EXPECT_STREQ(OrvexTestCommandLineParser_GetXmlFilename(), xmlFilename);
+    EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), outputFilename);
+    EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), testPath);
+    EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), wait);
+    EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), help);
 }
 
-TEST_F(CInterface, FlagsAreZeroBeforeAnyParse) {
+TEST_F(CInterface, IsEmptyBeforeAnyParse) {
     inFreshProcess([] {
-        EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 0);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), 0);
-    });
-}
-
-TEST_F(CInterface, InformationIsAllZerosBeforeAnyParse) {
-    inFreshProcess([] { expectInformation(1, {}); });
-}
-
-TEST_F(CInterface, HelpMessageHasNoNameBeforeAnyParse) {
-    inFreshProcess([] {
+        expectParsed("", "", "", "", 0, 0);
+        expectInformation(1, {});
         std::string text(8192, untouched);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage(nullptr, text.data(), text.size()),
-                  OrvexTestCommandLineParser().getHelpMessage("").size());
+        OrvexTestCommandLineParser_GetHelpMessage(nullptr, text.data(), text.size());
         EXPECT_THAT(text, StartsWith("[-?] [-camemu n]"));
     });
 }
 
-// ---- Parse and ParseW
+// Parse and ParseW
 
-TEST_F(CInterface, ParseReturnsOneOnSuccess) {
-    inFreshProcess([] { EXPECT_EQ(parseNarrow({"mytest"}), 1); });
+TEST_F(CInterface, ParseReturnsOneAndReadsBothVariables) {
+    set("ORVEX_TEST_ARGS", "First -o before -x before");
+    set("_ORVEX_TEST_ARGS_", "-o after -w");
+    inFreshProcess([] {
+        EXPECT_EQ(parseNarrow(words("./mytest Second -o line -x line")), 1);
+        expectParsed("./mytest", "line", "after", "First", 1, 0);
+    });
 }
 
 TEST_F(CInterface, ParseOfNothingReturnsOneAndDoesNothing) {
     set("ORVEX_TEST_ARGS", "-o fromVariable Suite");
     inFreshProcess([] {
-        const Environment before = readEnvironment();
         EXPECT_EQ(OrvexTestCommandLineParser_Parse(0, nullptr), 1);
         EXPECT_EQ(OrvexTestCommandLineParser_ParseW(0, nullptr), 1);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "");
-        EXPECT_EQ(readEnvironment(), before);
+        expectParsed("", "", "", "", 0, 0);
         expectInformation(1, {});
+        EXPECT_EQ(readEnvironment(), (Environment{{"ORVEX_TEST_ARGS", "-o fromVariable Suite"}}));
     });
 }
 
-TEST_F(CInterface, ParseReturnsZeroForACountBelowZero) {
+TEST_F(CInterface, ParseReturnsZeroForBadArgumentsAndDoesNothing) {
     inFreshProcess([] {
-        Arguments arguments({"mytest"});
+        Arguments arguments(words("mytest -o out"));
+        std::wstring name = L"mytest";
+        std::wstring outOfRange(1, static_cast<wchar_t>(0x110000));
+        wchar_t* nullAfterName[] = {name.data(), nullptr};
+        wchar_t* outOfRangeAfterName[] = {name.data(), outOfRange.data()};
         EXPECT_EQ(OrvexTestCommandLineParser_Parse(-1, arguments.argv()), 0);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
-        EXPECT_EQ(readEnvironment(), Environment());
-    });
-}
-
-TEST_F(CInterface, ParseReturnsZeroForANullVector) {
-    inFreshProcess([] {
         EXPECT_EQ(OrvexTestCommandLineParser_Parse(1, nullptr), 0);
+        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(-1, nullAfterName), 0);
+        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(1, nullptr), 0);
+        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(2, nullAfterName), 0);
+        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(2, outOfRangeAfterName), 0);
         EXPECT_EQ(readEnvironment(), Environment());
+        writeEnvironment({{"ORVEX_TEST_ARGS", "\"open"}});
+        EXPECT_EQ(parseNarrow(words("mytest -o out")), 0);
+        expectParsed("", "", "", "", 0, 0);
     });
 }
 
-TEST_F(CInterface, ParseReturnsZeroForAQuoteThatIsNotClosed) {
-    set("ORVEX_TEST_ARGS", "\"open");
+TEST_F(CInterface, ParseReturnsZeroForABadNumberAndKeepsWhatItHadDone) {
     inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"mytest", "-o", "out"}), 0);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "");
-    });
-}
-
-TEST_F(CInterface, ParseReturnsZeroForAValueThatIsNoNumber) {
-    for (const char* option : {"-packetsize", "-packetdelay", "-socketbuffer", "-camemu"}) {
-        SCOPED_TRACE(option);
-        inFreshProcess([&] { EXPECT_EQ(parseNarrow({"mytest", option, "x1"}), 0); });
-    }
-}
-
-TEST_F(CInterface, ParseReadsBothArgumentVariables) {
-    set("ORVEX_TEST_ARGS", "First -o before -x before");
-    set("_ORVEX_TEST_ARGS_", "-o after");
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"mytest", "Second", "-o", "line", "-x", "line"}), 1);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "First");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "after");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetXmlFilename(), "line");
+        EXPECT_EQ(parseNarrow(words("mytest Suite -o out -x xml -w -h -packetsize x")), 0);
+        expectParsed("mytest", "xml", "out", "Suite", 1, 1);
+        EXPECT_EQ(parseWide({L"mytest", L"-o", L"wide"}), 0);
+        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "wide");
     });
 }
 
 TEST_F(CInterface, WideParseReturnsOneAndConvertsToUtf8) {
     const std::wstring text = {L'\u00E9', static_cast<wchar_t>(0x1F600), static_cast<wchar_t>(0xD800)};
     inFreshProcess([&] {
-        EXPECT_EQ(parseWide({L"mytest", L"-o", text, L"-w", L"Suite::Case"}), 1);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "mytest");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "\xC3\xA9\xF0\x9F\x98\x80\xED\xA0\x80");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "Suite::Case");
-        EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 1);
-    });
-}
-
-TEST_F(CInterface, WideParseReturnsZeroForAValueThatIsNoNumber) {
-    inFreshProcess([] { EXPECT_EQ(parseWide({L"mytest", L"-camemu", L"x3"}), 0); });
-}
-
-TEST_F(CInterface, WideParseReturnsZeroAndParsesNothingForACodePointOutOfRange) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseWide({L"mytest", {static_cast<wchar_t>(0x110000)}}), 0);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
-        EXPECT_EQ(readEnvironment(), Environment());
-    });
-}
-
-TEST_F(CInterface, WideParseReturnsZeroAndParsesNothingForANullArgument) {
-    inFreshProcess([] {
-        std::wstring name = L"mytest";
-        wchar_t* arguments[] = {name.data(), nullptr};
-        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(2, arguments), 0);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
-        EXPECT_EQ(readEnvironment(), Environment());
-    });
-}
-
-TEST_F(CInterface, WideParseReturnsZeroForANullVectorOrACountBelowZero) {
-    inFreshProcess([] {
-        std::wstring name = L"mytest";
-        wchar_t* arguments[] = {name.data()};
-        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(1, nullptr), 0);
-        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(-1, arguments), 0);
-        EXPECT_EQ(OrvexTestCommandLineParser_ParseW(-1, nullptr), 0);
-        EXPECT_EQ(readEnvironment(), Environment());
-    });
-}
-
-// ---- The getters
-
-TEST_F(CInterface, GettersReturnWhatWasParsed) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"./mytest", "-x", "report.xml", "-o", "out.txt", "SuiteA", "SuiteB"}), 1);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "./mytest");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetXmlFilename(), "report.xml");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "out.txt");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "SuiteA");
-        EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 0);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), 0);
-    });
-}
-
-TEST_F(CInterface, TestPathIsAnEmptyTextWhenNoneWasParsed) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"mytest", "-w"}), 1);
-        ASSERT_NE(OrvexTestCommandLineParser_GetTestPath(), nullptr);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "");
-    });
-}
-
-TEST_F(CInterface, WaitFlagIsExactlyOne) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"mytest", "-w"}), 1);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 1);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), 0);
-    });
-}
-
-TEST_F(CInterface, HelpFlagIsExactlyOneForEachHelpSwitch) {
-    for (const char* option : {"-?", "-h", "-H", "-help", "--help"}) {
-        SCOPED_TRACE(option);
-        inFreshProcess([&] {
-            EXPECT_EQ(parseNarrow({"mytest", option}), 1);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), 1);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 0);
-        });
-    }
-}
-
-TEST_F(CInterface, GettersReturnTheSamePointerUntilTheNextParse) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"mytest", "-x", fill(40), "-o", fill(50), fill(60)}), 1);
-        using Getter = const char* (*)();
-        for (const Getter getter :
-             {&OrvexTestCommandLineParser_GetApplicationName, &OrvexTestCommandLineParser_GetXmlFilename,
-              &OrvexTestCommandLineParser_GetOutputFilename, &OrvexTestCommandLineParser_GetTestPath}) {
-            EXPECT_EQ(getter(), getter());
-        }
-    });
-}
-
-TEST_F(CInterface, GettersReturnTheTextsOfTheLastParse) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"-odd", "-x", "one", "-o", "one"}), 1);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetXmlFilename(), "one");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "one");
-        EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 0);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), 0);
-
-        EXPECT_EQ(parseNarrow({"mytest", "-x", "two", "-o", "two", "Suite", "-w", "-?"}), 1);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "mytest");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "Suite");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetXmlFilename(), "two");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "two");
-        EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 1);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), 1);
+        EXPECT_EQ(parseWide({L"mytest", L"-o", text, L"-h", L"Suite::Case"}), 1);
+        expectParsed("mytest", "", "\xC3\xA9\xF0\x9F\x98\x80\xED\xA0\x80", "Suite::Case", 0, 1);
     });
 }
 
 TEST_F(CInterface, EveryParseAddsToTheSameParser) {
     inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"first", "SuiteA", "-w", "-o", "one", "-x", "one", "-tdc_guid", "1234"}), 1);
-        EXPECT_EQ(parseWide({L"second", L"SuiteB", L"-o", L"two", L"-h"}), 1);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "first");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "SuiteA");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "two");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetXmlFilename(), "one");
-        EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 1);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), 1);
+        EXPECT_EQ(parseNarrow(words("first -w -o one -x one -tdc_guid 1234")), 1);
+        // Without a test path the text is empty, never null.
+        expectParsed("first", "one", "one", "", 1, 0);
+        EXPECT_EQ(parseWide({L"second", L"SuiteB", L"-o", L"two", L"-?"}), 1);
+        expectParsed("first", "one", "two", "SuiteB", 1, 1);
+        EXPECT_EQ(OrvexTestCommandLineParser_GetTestPath(), OrvexTestCommandLineParser_GetTestPath());
         expectInformation(1, {{0, "orvex"}, {1, "1234"}, {5, "0"}, {13, "any"}});
     });
 }
 
-TEST_F(CInterface, GettersShowWhatAFailedParseHadDone) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"mytest", "Suite", "-o", "out", "-x", "xml", "-w", "-h", "-packetsize", "x"}),
-                  0);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "mytest");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetTestPath(), "Suite");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetOutputFilename(), "out");
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetXmlFilename(), "xml");
-        EXPECT_EQ(OrvexTestCommandLineParser_GetWaitBeforeExit(), 1);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpRequested(), 1);
-    });
-}
+// The help message
 
-// ---- The help message
-
-TEST_F(CInterface, HelpMessageBeginsWithTheNameThatIsGiven) {
-    inFreshProcess([] {
+TEST_F(CInterface, HelpMessageBeginsWithTheNameThatIsGivenOrParsed) {
+    const struct {
+        const char* given;
+        const char* expected;
+    } names[] = {{"prog", "prog"}, {"", "./mytest"}, {nullptr, "./mytest"}};
+    inFreshProcess([&] {
         EXPECT_EQ(parseNarrow({"./mytest"}), 1);
-        const std::string expected = OrvexTestCommandLineParser().getHelpMessage("prog");
-        GuardedBuffer buffer(expected.size() + 1);
-        EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), buffer.size),
-                  expected.size());
-        EXPECT_THAT(buffer.data(), StartsWith("prog [-?] [-camemu n]"));
-        EXPECT_STREQ(buffer.data(), expected.c_str());
-        buffer.expectGuardsUntouched();
-    });
-}
-
-TEST_F(CInterface, HelpMessageBeginsWithTheParsedNameForANullOrEmptyName) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow({"./mytest"}), 1);
-        const std::string expected = OrvexTestCommandLineParser().getHelpMessage("./mytest");
-        for (const char* name : {static_cast<const char*>(nullptr), ""}) {
-            SCOPED_TRACE(name == nullptr ? "null" : "empty");
-            const std::size_t needed = OrvexTestCommandLineParser_GetHelpMessage(name, nullptr, 0);
-            EXPECT_EQ(needed, expected.size() + 1);
+        for (const auto& name : names) {
+            const std::string expected = OrvexTestCommandLineParser().getHelpMessage(name.expected);
+            const std::size_t needed = OrvexTestCommandLineParser_GetHelpMessage(name.given, nullptr, 0);
+            ASSERT_EQ(needed, expected.size() + 1);
             GuardedBuffer buffer(needed);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage(name, buffer.data(), needed), needed - 1);
-            EXPECT_EQ(buffer.text(0, needed), expected + '\0');
+            ASSERT_EQ(OrvexTestCommandLineParser_GetHelpMessage(name.given, buffer.data(), needed),
+                      needed - 1);
+            ASSERT_EQ(buffer.text(0, needed), expected + '\0');
             buffer.expectGuardsUntouched();
         }
     });
@@ -288,38 +140,101 @@ TEST_F(CInterface, HelpMessageBeginsWithTheParsedNameForANullOrEmptyName) {
 TEST_F(CInterface, HelpMessageIsNotWrittenToABufferThatIsTooSmall) {
     inFreshProcess([] {
         const std::size_t length = OrvexTestCommandLineParser().getHelpMessage("prog").size();
-        for (const std::size_t size : {std::size_t{0}, std::size_t{1}, length / 2, length - 1, length}) {
-            SCOPED_TRACE(size);
+        for (const std::size_t size : {std::size_t{0}, std::size_t{1}, length - 1, length}) {
             GuardedBuffer buffer(length + 1);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), size), length + 1);
-            EXPECT_THAT(buffer.bytes, Each(untouched));
+            ASSERT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), size), length + 1);
+            ASSERT_THAT(buffer.bytes, Each(untouched)) << size;
         }
     });
 }
 
-TEST_F(CInterface, HelpMessageLeavesTheBytesBehindItsTerminatorUntouched) {
+TEST_F(CInterface, HelpMessageLeavesTheBytesAfterItsTerminatorUntouched) {
     inFreshProcess([] {
         const std::string expected = OrvexTestCommandLineParser().getHelpMessage("prog");
-        // The largest size checks that the comparison is unsigned.
-        for (const std::size_t size :
-             {expected.size() + 1, expected.size() + 2, expected.size() + 100, SIZE_MAX}) {
-            SCOPED_TRACE(size);
+        // The largest size shows that the comparison is unsigned.
+        for (const std::size_t size : {expected.size() + 2, SIZE_MAX}) {
             GuardedBuffer buffer(expected.size() + 1);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), size),
+            ASSERT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", buffer.data(), size),
                       expected.size());
-            EXPECT_EQ(buffer.text(0, buffer.size), expected + '\0');
+            ASSERT_EQ(buffer.text(0, buffer.size), expected + '\0');
             buffer.expectGuardsUntouched();
+            ASSERT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", nullptr, size), expected.size() + 1);
         }
     });
 }
 
-TEST_F(CInterface, HelpMessageForANullBufferReturnsTheSizeNeededWhateverTheSize) {
+// The test-run information
+
+// Each slot that an option fills, in order; slot 5 is the fixed "0", and 9 and 10 repeat 7 and 8.
+const struct {
+    std::size_t slot;
+    std::string option;
+    std::size_t repeatedIn;
+} slots[] = {
+    {0, "-tdc_group=", 0},          {1, "-tdc_guid=", 1},       {2, "-tdc_runname=", 2},
+    {3, "-tdc_rundescription=", 3}, {4, "-tdc_product=", 4},    {6, "-tdc_userid=", 6},
+    {7, "-tdc_vcsrevision=", 9},    {8, "-tdc_vcsbranch=", 10}, {11, "-pcname=", 11},
+    {12, "-osname=", 12},           {13, "-tl=", 13},           {14, "-tdc_dxml=", 14},
+    {15, "-testname=", 15},
+};
+
+using Slots = std::map<std::size_t, std::string>;
+
+TEST_F(CInterface, InformationHoldsTheDefaultsWithoutOptions) {
+    EXPECT_EQ(OrvexTestCommandLineParser_GetTestRunInformation(nullptr), 0);
     inFreshProcess([] {
-        const std::size_t needed = OrvexTestCommandLineParser().getHelpMessage("prog").size() + 1;
-        for (const std::size_t size : {std::size_t{0}, needed - 1, needed, std::size_t{SIZE_MAX}}) {
-            SCOPED_TRACE(size);
-            EXPECT_EQ(OrvexTestCommandLineParser_GetHelpMessage("prog", nullptr, size), needed);
+        // The last two fields of the record have no slot, and their lengths do not matter.
+        EXPECT_EQ(parseNarrow({"mytest", "-ostype", fill(300), "-bit", fill(300)}), 1);
+        expectInformation(1, {{0, "orvex"}, {5, "0"}, {13, "any"}});
+        EXPECT_EQ(OrvexTestCommandLineParser_GetTestRunInformation(nullptr), 0);
+    });
+}
+
+TEST_F(CInterface, InformationHoldsUpTo255BytesForEachOption) {
+    inFreshProcess([] {
+        std::vector<std::string> arguments = {"mytest"};
+        Slots expected = {{5, "0"}};
+        for (const auto& row : slots) {
+            const std::string value = row.option + fill(255 - row.option.size());
+            arguments.push_back(row.option + value);
+            expected[row.slot] = expected[row.repeatedIn] = value;
         }
+        EXPECT_EQ(parseNarrow(arguments), 1);
+        expectInformation(1, expected);
+    });
+}
+
+TEST_F(CInterface, InformationEndsBeforeTheFirstTextOfMoreThan255Bytes) {
+    inFreshProcess([] {
+        // From the last slot to the first, each parse makes one more text too long.
+        Slots expected = {{0, "orvex"}, {5, "0"}, {13, "any"}};
+        EXPECT_EQ(parseNarrow({"mytest"}), 1);
+        for (auto row = std::rbegin(slots); row != std::rend(slots); ++row) {
+            SCOPED_TRACE(row->option);
+            ASSERT_EQ(parseNarrow({"mytest", row->option + fill(256)}), 1);
+            expected.erase(expected.lower_bound(row->slot), expected.end());
+            ASSERT_NO_FATAL_FAILURE(expectInformation(0, expected));
+        }
+    });
+}
+
+TEST_F(CInterface, InformationOfARunNameOfThreeHundredBytesIsGroupAndIdentifier) {
+    inFreshProcess([] {
+        EXPECT_EQ(
+            parseNarrow({"mytest", "-tdc_group", "team", "-tdc_guid", "1234", "-tdc_runname", fill(300)}), 1);
+        expectInformation(0, {{0, "team"}, {1, "1234"}});
+        EXPECT_EQ(parseNarrow(words("mytest -tdc_runname short")), 1);
+        expectInformation(1, {{0, "team"}, {1, "1234"}, {2, "short"}, {5, "0"}, {13, "any"}});
+    });
+}
+
+TEST_F(CInterface, InformationIsThatOfTheLastParseThatSucceeded) {
+    inFreshProcess([] {
+        EXPECT_EQ(parseNarrow(words("mytest -tdc_guid 1234 -camemu x")), 0);
+        expectInformation(1, {});
+        EXPECT_EQ(parseNarrow(words("mytest -tl A -tl B -camemu 2")), 1);
+        EXPECT_EQ(parseNarrow(words("mytest -tdc_guid 5678 -tl C -camemu x")), 0);
+        expectInformation(1, {{0, "orvex"}, {1, "1234"}, {5, "0"}, {13, "A,B"}});
     });
 }
 

@@ -2,7 +2,6 @@
 
 import os
 import pathlib
-import pty
 import subprocess
 import sys
 import tempfile
@@ -10,7 +9,7 @@ import unittest
 from xml.etree import ElementTree
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
-from program import clean_environment, run
+from program import open_terminal, run, start
 
 CAMERA_SUITE = sys.argv.pop(1)
 GOOD_ARGUMENTS = ("-tl", "DravikGigE:SocketDriver", "-socketbuffer", "2048", "-packetsize", "1500")
@@ -121,9 +120,8 @@ class Waiting(unittest.TestCase):
         self.assertNotIn("Press Enter", result.stdout)
 
     def test_on_a_terminal_it_waits_for_enter(self):
-        keyboard, terminal = pty.openpty()
-        with subprocess.Popen((CAMERA_SUITE, *GOOD_ARGUMENTS, "-w"), env=clean_environment(), stdin=terminal,
-                              stdout=subprocess.PIPE, encoding="utf-8") as program:
+        keyboard, terminal = open_terminal()
+        with start((CAMERA_SUITE, *GOOD_ARGUMENTS, "-w"), stdin=terminal, stdout=subprocess.PIPE) as program:
             output = ""
             while not output.endswith("Press Enter to exit."):
                 character = program.stdout.read(1)
@@ -138,4 +136,4 @@ class Waiting(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    unittest.main(verbosity=2)

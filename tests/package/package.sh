@@ -1,4 +1,4 @@
-# Shared by the tests of this folder, which package.cmake runs: temporary directory, installation, checks.
+# Shared by the tests of this folder: temporary directory, installation, checks.
 
 set -euo pipefail
 unset ORVEX_TEST_ARGS _ORVEX_TEST_ARGS_ ORVEX_DEVICE_FILTER GENICAM_GENTL64_PATH
@@ -38,9 +38,9 @@ install_to() {
     quietly cmake --install "$PACKAGE_BUILD" ${PACKAGE_CONFIG:+--config "$PACKAGE_CONFIG"} --prefix "$prefix" "$@"
 }
 
-# Installs the whole package and moves it to $prefix.
+# Installs the package, or a component, and moves what is installed to $prefix. install_moved [--component NAME]
 install_moved() {
-    install_to "$work/first"
+    install_to "$work/first" "$@"
     prefix=$work/moved
     mv "$work/first" "$prefix"
 }

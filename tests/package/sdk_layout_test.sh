@@ -4,9 +4,8 @@
 source "$(dirname "$0")/package.sh"
 
 install_to "$work/first" --component sdk
-install_to "$work/first" --component sdk # over the links of an earlier installation
-sdk=$work/moved
-mv "$work/first" "$sdk"
+install_moved --component sdk # over the links of an earlier installation
+sdk=$prefix
 
 libraries=$sdk/Frameworks/orvex.framework/Libraries
 expect_equal 'the library lies in the current version of the framework' \
@@ -17,16 +16,20 @@ expect_equal 'the sdk component holds only the library and its links' \
     "$(cd "$sdk" && find . ! -type d | sort)"
 
 mkdir -p "$libraries/gentlproducer/gtl" "$libraries/orvexCXP/bin" "$sdk/tests"
-quietly "$CC" ${CFLAGS:-} "-I$PACKAGE_SOURCE/include" "$consumers/producer_path.c" -o "$sdk/tests/program" ${LDFLAGS:-} \
+quietly "$CC" ${CFLAGS:-} "-I$PACKAGE_SOURCE/include" "$consumers/main.c" -o "$sdk/tests/program" ${LDFLAGS:-} \
     "$libraries/$PACKAGE_VERSION_LINK" "-Wl,-rpath,$libraries"
 cd "$sdk/tests"
 
-paths=$(GENICAM_GENTL64_PATH=/earlier/gtl ./program -tl DravikGTC)
+# producer_path TRANSPORT-LAYER: what is left in the variable, one directory a line
+producer_path() {
+    GENICAM_GENTL64_PATH=/earlier/gtl ./program -tl "$1" | tail -n 1 | tr : '\n'
+}
+
+paths=$(producer_path DravikGTC)
 expect_equal 'the producer directories stand in front of the old path' \
     "$libraries/gentlproducer/gtl"$'\n'"$libraries/orvexCXP/bin"$'\n/earlier/gtl' "$paths"
 for directory in $(head -n 2 <<<"$paths"); do
     [ -d "$directory" ] || fail "$directory exists"
 done
 
-expect_equal 'other transport layers leave the path alone' /earlier/gtl \
-    "$(GENICAM_GENTL64_PATH=/earlier/gtl ./program -tl DravikUsb)"
+expect_equal 'other transport layers leave the path alone' /earlier/gtl "$(producer_path DravikUsb)"

@@ -3,11 +3,10 @@
 source "$(dirname "$0")/package.sh"
 
 install_to "$work/first" --component runtime
-install_to "$work/first" --component tools
-mv "$work/first" "$work/moved"
-program=$work/moved/bin/show_arguments
+install_moved --component tools
+program=$prefix/bin/show_arguments
 
 "$program" -o result.txt >"$work/output"
 grep -qE '^ +output file +result\.txt$' "$work/output" || fail 'show_arguments shows what it was given'
 [ "$(ldd "$program" | awk '/libtestcommandlineparser/ { print $3 }' | xargs realpath)" = \
-    "$(realpath "$work/moved/$PACKAGE_LIBDIR/$PACKAGE_LIBRARY")" ] || fail 'it is run with the library beside it'
+    "$(realpath "$prefix/$PACKAGE_LIBDIR/$PACKAGE_LIBRARY")" ] || fail 'it is run with the library beside it'

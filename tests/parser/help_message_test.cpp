@@ -1,18 +1,16 @@
 #include "OrvexTestCommandLineParser.h"
 
+#include "parser/parser_test.h"
 #include "support/arguments.h"
-#include "support/clean_environment.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
-#include <type_traits>
-#include <utility>
 
 namespace {
 
-// All of the text but the program name and the blank behind it.
+// All of the text but the program name and the blank after it; with what looks like slips in it.
 constexpr char usage[] =
     "[-?] [-camemu n] [-o filename] [-p <property=value>...] [-packetdelay n] [-packetsize <n>]"
     " [-socketbuffer <n>] [-tl <deviceclass>...] [-w] [-x <filename>] [<testpath>...]"
@@ -37,68 +35,41 @@ constexpr char usage[] =
     " The contents of ORVEX_TEST_ARGS will prepended to the arguments pased con the command line."
     " The contents of _ORVEX_TEST_ARGS_ will appended to the arguments passed con the command line.";
 
-using HelpMessageTest = CleanEnvironmentTest;
+class HelpMessage : public ParserTest {
+protected:
+    const std::string withoutName = parser.getHelpMessage("");
+};
 
-static_assert(std::is_same<decltype(std::declval<const OrvexTestCommandLineParser&>().getHelpMessage("")),
-                           std::string>::value,
-              "a constant parser gives a new text");
-
-TEST_F(HelpMessageTest, WithoutAnyNameTheTextBeginsWithTheBracket) {
-    const OrvexTestCommandLineParser parser;
-    EXPECT_EQ(parser.getHelpMessage(""), usage);
-}
-
-TEST_F(HelpMessageTest, AGivenNameStandsInFront) {
-    const OrvexTestCommandLineParser parser;
-    EXPECT_EQ(parser.getHelpMessage("runner"), std::string("runner ") + usage);
-}
-
-TEST_F(HelpMessageTest, WithoutAGivenNameTheParsedOneStandsInFront) {
-    OrvexTestCommandLineParser parser;
-    ASSERT_TRUE(parse(parser, {"./mytest", "TestSuiteUsb"}));
-    EXPECT_EQ(parser.getHelpMessage(""), std::string("./mytest ") + usage);
-}
-
-TEST_F(HelpMessageTest, AGivenNameReplacesTheParsedOne) {
-    OrvexTestCommandLineParser parser;
-    ASSERT_TRUE(parse(parser, {"./mytest"}));
-    EXPECT_EQ(parser.getHelpMessage("runner"), std::string("runner ") + usage);
-    EXPECT_EQ(parser.getApplicationName(), "./mytest");
-    EXPECT_EQ(parser.getHelpMessage(""), std::string("./mytest ") + usage);
-}
-
-TEST_F(HelpMessageTest, AnEmptyParsedNameCountsAsNone) {
-    OrvexTestCommandLineParser parser;
+TEST_F(HelpMessage, WithoutAnyNameTheTextBeginsWithTheBracket) {
+    EXPECT_EQ(withoutName, usage);
     ASSERT_TRUE(parse(parser, {""}));
-    EXPECT_EQ(parser.getHelpMessage(""), usage);
+    EXPECT_EQ(parser.getHelpMessage(""), withoutName);
 }
 
-TEST_F(HelpMessageTest, NamesAreTakenAsTheyStand) {
-    const OrvexTestCommandLineParser parser;
-    for (const std::string name : {" ", "my test", "%s", "\xC3\xA9", "-?", "a\n"}) {
-        SCOPED_TRACE(name);
-        EXPECT_EQ(parser.getHelpMessage(name), std::string(name).append(" ").append(usage));
-    }
+TEST_F(HelpMessage, WithoutAGivenNameTheParsedOneStandsInFront) {
+    ASSERT_FALSE(parse(parser, words("./mytest -? -packetsize x TestSuiteUsb")));
+    EXPECT_EQ(parser.getHelpMessage(""), "./mytest " + withoutName);
 }
 
-TEST_F(HelpMessageTest, HasSevenLineEndsTwoOfThemEmptyLinesAndNoneAtTheEnd) {
-    const std::string text = OrvexTestCommandLineParser().getHelpMessage("runner");
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 7);
-    const std::size_t first = text.find("\n\n");
-    ASSERT_NE(first, std::string::npos);
-    const std::size_t second = text.find("\n\n", first + 1);
-    ASSERT_NE(second, std::string::npos);
-    EXPECT_EQ(text.find("\n\n", second + 1), std::string::npos);
-    EXPECT_EQ(text.back(), '.');
-    EXPECT_EQ(text.find('\r'), std::string::npos);
+TEST_F(HelpMessage, AGivenNameReplacesTheParsedOneInTheTextAlone) {
+    ASSERT_EQ(parser.getHelpMessage("runner"), "runner " + withoutName);
+    ASSERT_TRUE(parse(parser, {"./mytest"}));
+    EXPECT_EQ(parser.getHelpMessage("my \xC3\xA9%s"), "my \xC3\xA9%s " + withoutName);
+    EXPECT_EQ(parser.getApplicationName(), "./mytest");
 }
 
-TEST_F(HelpMessageTest, IsTheSameAfterAskingForHelpAndAfterAFailure) {
-    OrvexTestCommandLineParser parser;
-    ASSERT_TRUE(parse(parser, {"mytest", "-?", "-tl", "A"}));
-    EXPECT_EQ(parser.getHelpMessage(""), std::string("mytest ") + usage);
-    ASSERT_FALSE(parse(parser, {"mytest", "-packetsize", "x"}));
-    EXPECT_EQ(parser.getHelpMessage(""), std::string("mytest ") + usage);
+TEST_F(HelpMessage, AZeroByteInAGivenNameIsKept) {
+    const std::string name("a\0b", 3);
+    EXPECT_EQ(parser.getHelpMessage(name), name + " " + withoutName);
+}
+
+TEST_F(HelpMessage, HasSevenLineEndsTwoOfThemEmptyLinesAndNoneAtTheEnd) {
+    EXPECT_EQ(std::count(withoutName.begin(), withoutName.end(), '\n'), 7);
+    const std::size_t first = withoutName.find("\n\n");
+    const std::size_t second = withoutName.find("\n\n", first + 1);
+    EXPECT_LT(second, withoutName.size());
+    EXPECT_EQ(withoutName.find("\n\n", second + 1), std::string::npos);
+    EXPECT_EQ(withoutName.back(), '.');
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ constexpr std::size_t pieceSize = std::size_t{8} << 20;
 constexpr std::size_t pieces = 256;
 static_assert(pieceSize * pieces == std::size_t{1} << 31);
 
-// 2^29 code points of four bytes each, all from one file, and zeros behind them that can be overwritten.
+// 2^29 code points of four bytes each, all from one file, and zeros after them that can be overwritten.
 class RepeatedText {
 public:
     RepeatedText() {
@@ -55,24 +55,14 @@ private:
     char* start = nullptr;
 };
 
-TEST(WideToUtf8Length, AsManyBytesAsAnIntCountsAreMeasured) {
+TEST(WideToUtf8Length, AsManyBytesAsAnIntCountsAreMeasuredAndOneMoreIsRefused) {
     const RepeatedText repeated;
     ASSERT_NE(repeated.text(), nullptr);
     // One code point less than there are, one of two bytes, and the terminating zero.
     repeated.rest()[0] = L'\u00FF';
     EXPECT_EQ(orvex::convertWideToUtf8(repeated.text() + 1, nullptr, 0), std::numeric_limits<int>::max());
-}
-
-TEST(WideToUtf8Length, OneByteMoreThanAnIntCountsIsRefused) {
-    const RepeatedText repeated;
-    ASSERT_NE(repeated.text(), nullptr);
     repeated.rest()[0] = L'\u0800';
     EXPECT_EQ(orvex::convertWideToUtf8(repeated.text() + 1, nullptr, 0), -2);
-}
-
-TEST(WideToUtf8Length, MoreBytesThanAnIntCountsAreRefused) {
-    const RepeatedText repeated;
-    ASSERT_NE(repeated.text(), nullptr);
     EXPECT_EQ(orvex::convertWideToUtf8(repeated.text(), nullptr, 0), -2);
 }
 

@@ -5,9 +5,20 @@
 
 #include "OrvexTestCommandLineParser.h"
 
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
+
+// The words of a text, with a single space between two of them.
+inline std::vector<std::string> words(const std::string& text) {
+    std::vector<std::string> result;
+    std::istringstream stream(text);
+    for (std::string word; std::getline(stream, word, ' ');) {
+        result.push_back(word);
+    }
+    return result;
+}
 
 // Owns the texts of an argument vector; argv()[argc()] is null.
 class Arguments {

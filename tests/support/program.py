@@ -1,10 +1,14 @@
 """Running a program under test with an environment of its own."""
 
 import os
+import pty
 import subprocess
+import unittest
 
 # What the loader and the sanitizers need; everything else would reach the parser.
 KEPT_VARIABLES = ("PATH", "LD_PRELOAD", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE")
+# What a cross-built program is run with.
+EMULATOR = tuple(os.environ.get("TEST_EMULATOR", "").split())
 
 
 def clean_environment(variables=None):
@@ -14,9 +18,23 @@ def clean_environment(variables=None):
     return environment
 
 
+def start(command, variables=None, **options):
+    """Starts the command, with its output as text."""
+    return subprocess.Popen((*EMULATOR, *command), env=clean_environment(variables), encoding="utf-8", **options)
+
+
 def run(command, variables=None, **options):
     """Runs the command to its end; the result has returncode, stdout and stderr as texts."""
     options.setdefault("stdin", subprocess.DEVNULL)
     return subprocess.run(
-        command, env=clean_environment(variables), stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+        (*EMULATOR, *command), env=clean_environment(variables), stdout=subprocess.PIPE, stderr=subprocess.PIPE,
         encoding="utf-8", timeout=60, check=False, **options)
+
+
+def open_terminal():
+    """A new terminal, as the descriptors of its user's side and of the program's. Where there is none, the test is
+    skipped."""
+    try:
+        return pty.openpty()
+    except OSError as error:
+        raise unittest.SkipTest(f"there is no terminal device: {error}") from None

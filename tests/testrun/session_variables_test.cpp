@@ -2,284 +2,133 @@
 #include "support/clean_environment.h"
 #include "support/parser_snapshot.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <string>
 
 namespace {
 
+using ::testing::ContainerEq;
+
 // What a parse sets in an empty environment whatever the options are.
 const Environment defaults = {{"ORVEX_GTC_USE_EXTRA_TL", "1"}, {"ORVEX_GIGE_STREAM_GEVSCPS", "8192"}};
 
-const Environment inheritedVariables = {
-    {"TEST_SESSION_GUID", "inherited guid"},
-    {"TEST_SESSION_NAME", "inherited name"},
-    {"TEST_SESSION_DESCRIPTION", "inherited description"},
-    {"TEST_SESSION_GROUP", "inherited group"},
-    {"TEST_PRODUCT", "inherited product"},
-    {"TEST_PRODUCT_VARIANT", "inherited variant"},
-    {"USER_UID", "inherited user"},
-    {"VCS_REVISION", "inherited revision"},
-    {"VCS_BRANCH", "inherited branch"},
-    {"TRANSPORT_LAYER", "inherited layer"},
-};
-
-struct SessionRow {
-    const char* option;
+const struct {
+    std::string option;
     const char* variable;
+} rows[] = {
+    {"-tdc_guid", "TEST_SESSION_GUID"},
+    {"-tdc_runname", "TEST_SESSION_NAME"},
+    {"-tdc_rundescription", "TEST_SESSION_DESCRIPTION"},
+    {"-tdc_group", "TEST_SESSION_GROUP"},
+    {"-tdc_product", "TEST_PRODUCT"},
+    {"-tdc_variant", "TEST_PRODUCT_VARIANT"},
+    {"-tdc_userid", "USER_UID"},
+    {"-tdc_vcsrevision", "VCS_REVISION"},
+    {"-tdc_vcsbranch", "VCS_BRANCH"},
+    {"-tl", "TRANSPORT_LAYER"},
 };
 
-const SessionRow sessionRows[] = {
-    {"tdc_guid", "TEST_SESSION_GUID"},
-    {"tdc_runname", "TEST_SESSION_NAME"},
-    {"tdc_rundescription", "TEST_SESSION_DESCRIPTION"},
-    {"tdc_group", "TEST_SESSION_GROUP"},
-    {"tdc_product", "TEST_PRODUCT"},
-    {"tdc_variant", "TEST_PRODUCT_VARIANT"},
-    {"tdc_userid", "USER_UID"},
-    {"tdc_vcsrevision", "VCS_REVISION"},
-    {"tdc_vcsbranch", "VCS_BRANCH"},
-    {"tl", "TRANSPORT_LAYER"},
-};
-
-class SessionTable : public CleanEnvironmentTest, public ::testing::WithParamInterface<SessionRow> {
+class SessionVariables : public CleanEnvironmentTest {
 protected:
-    // The option with a value in one argument, the form that every row takes.
-    static std::string given(const std::string& value) {
-        return std::string("-") + GetParam().option + "=" + value;
-    }
-
-    // The environment without the device filter, which a transport layer sets as well.
-    static Environment environmentWithoutFilter() {
+    // The environment after a parse in which all ten variables are inherited, without the device filter.
+    static Environment afterParse(const std::string& argument) {
+        writeEnvironment(inherited());
+        OrvexTestCommandLineParser parser;
+        EXPECT_TRUE(parse(parser, {"app", argument}));
         Environment environment = readEnvironment();
         environment.erase("ORVEX_DEVICE_FILTER");
+        return environment;
+    }
+
+    static Environment inherited() {
+        Environment environment = defaults;
+        for (const auto& row : rows) {
+            environment[row.variable] = std::string("inherited ") + row.variable;
+        }
         return environment;
     }
 
     OrvexTestCommandLineParser parser;
 };
 
-INSTANTIATE_TEST_SUITE_P(EachVariable, SessionTable, ::testing::ValuesIn(sessionRows),
-                         [](const auto& row) { return std::string(row.param.variable); });
-
-}  // namespace
-
-TEST_P(SessionTable, OptionSetsItsVariableAndNoOther) {
-    EXPECT_TRUE(parse(parser, {"app", given("value")}));
-    EXPECT_EQ(environmentWithoutFilter(), changed(defaults, {{GetParam().variable, "value"}}));
-}
-
-TEST_P(SessionTable, OptionReplacesTheInheritedValueAndNoOther) {
-    writeEnvironment(inheritedVariables);
-    EXPECT_TRUE(parse(parser, {"app", given("value")}));
-    EXPECT_EQ(environmentWithoutFilter(),
-              changed(changed(inheritedVariables, defaults), {{GetParam().variable, "value"}}));
-}
-
-TEST_P(SessionTable, EmptyValueLeavesTheVariableUndefined) {
-    EXPECT_TRUE(parse(parser, {"app", given("")}));
-    EXPECT_EQ(readEnvironment(), defaults);
-}
-
-TEST_P(SessionTable, EmptyValueLeavesTheInheritedValue) {
-    writeEnvironment(inheritedVariables);
-    EXPECT_TRUE(parse(parser, {"app", given("")}));
-    EXPECT_EQ(readEnvironment(), changed(inheritedVariables, defaults));
-}
-
-TEST_P(SessionTable, OptionWithoutValueLeavesTheInheritedValue) {
-    writeEnvironment(inheritedVariables);
-    EXPECT_TRUE(parse(parser, {"app", std::string("-") + GetParam().option}));
-    EXPECT_EQ(readEnvironment(), changed(inheritedVariables, defaults));
-}
-
-TEST_P(SessionTable, ValueIsExportedAsItStands) {
-    std::string value;
-    for (int byte = 1; byte <= 0xFF; ++byte) {
-        value += static_cast<char>(byte);
-    }
-    EXPECT_TRUE(parse(parser, {"app", given(value)}));
-    EXPECT_EQ(get(GetParam().variable), value);
-}
-
-TEST_P(SessionTable, BlankValueIsAValue) {
-    EXPECT_TRUE(parse(parser, {"app", given(" ")}));
-    EXPECT_EQ(get(GetParam().variable), " ");
-}
-
-TEST_P(SessionTable, LongValueIsExportedWhole) {
-    const std::string value(100000, 'v');
-    EXPECT_TRUE(parse(parser, {"app", given(value)}));
-    EXPECT_EQ(get(GetParam().variable), value);
-}
-
-TEST_P(SessionTable, EitherArgumentVariableSetsTheVariable) {
-    for (const char* source : {"ORVEX_TEST_ARGS", "_ORVEX_TEST_ARGS_"}) {
-        SCOPED_TRACE(source);
-        writeEnvironment({{source, "'" + given("two words") + "'"}});
-        OrvexTestCommandLineParser fresh;
-        EXPECT_TRUE(parse(fresh, {"app"}));
-        EXPECT_EQ(get(GetParam().variable), "two words");
+TEST_F(SessionVariables, AnOptionSetsItsVariableAndNoOther) {
+    for (const auto& row : rows) {
+        ASSERT_THAT(afterParse(row.option + "=a value"),
+                    ContainerEq(changed(inherited(), {{row.variable, "a value"}})))
+            << row.option;
     }
 }
 
-TEST_P(SessionTable, ParseOfAnotherParserWithAnEmptyValueKeepsTheVariable) {
-    EXPECT_TRUE(parse(parser, {"app", given("value")}));
-    OrvexTestCommandLineParser other;
-    EXPECT_TRUE(parse(other, {"app", given("")}));
-    EXPECT_EQ(get(GetParam().variable), "value");
+TEST_F(SessionVariables, AnEmptyOrAbsentValueLeavesTheVariable) {
+    for (const auto& row : rows) {
+        ASSERT_THAT(afterParse(row.option + "="), ContainerEq(inherited())) << row.option;
+        ASSERT_THAT(afterParse(row.option), ContainerEq(inherited())) << row.option;
+    }
 }
 
-TEST_P(SessionTable, ParseOfAnotherParserWithoutTheOptionKeepsTheVariable) {
-    EXPECT_TRUE(parse(parser, {"app", given("value")}));
-    OrvexTestCommandLineParser other;
-    EXPECT_TRUE(parse(other, {"app"}));
-    EXPECT_EQ(get(GetParam().variable), "value");
-}
-
-TEST_P(SessionTable, SecondParseOfTheSameParserExportsAgain) {
-    EXPECT_TRUE(parse(parser, {"app", given("value")}));
-    writeEnvironment({});
-    EXPECT_TRUE(parse(parser, {"app"}));
-    EXPECT_EQ(get(GetParam().variable), "value");
-}
-
-TEST_P(SessionTable, FailedParseSetsNothing) {
-    writeEnvironment(inheritedVariables);
-    EXPECT_FALSE(parse(parser, {"app", given("value"), "-camemu", "x"}));
-    EXPECT_EQ(environmentWithoutFilter(), changed(inheritedVariables, defaults));
-}
-
-class SessionExport : public CleanEnvironmentTest {
-protected:
-    OrvexTestCommandLineParser parser;
-};
-
-TEST_F(SessionExport, WithoutOptionsNoneOfTheVariablesIsTouched) {
-    EXPECT_TRUE(parse(parser, {"app", "TestSuiteUsb", "-w"}));
-    EXPECT_EQ(readEnvironment(), defaults);
-}
-
-TEST_F(SessionExport, WithoutOptionsInheritedVariablesStay) {
-    writeEnvironment(inheritedVariables);
-    EXPECT_TRUE(parse(parser, {"app"}));
-    EXPECT_EQ(readEnvironment(), changed(inheritedVariables, defaults));
-}
-
-TEST_F(SessionExport, AllOptionsTogether) {
-    EXPECT_TRUE(parse(parser, {"app",
-                               "-tdc_guid",
-                               "1",
-                               "-tdc_runname",
-                               "2",
-                               "-tdc_rundescription",
-                               "3",
-                               "-tdc_group",
-                               "4",
-                               "-tdc_product",
-                               "5",
-                               "-tdc_variant=6",
-                               "-tdc_userid",
-                               "7",
-                               "-tdc_vcsrevision",
-                               "8",
-                               "-tdc_vcsbranch",
-                               "9",
-                               "-tl",
-                               "10"}));
-    EXPECT_EQ(readEnvironment(), changed(defaults, {{"ORVEX_DEVICE_FILTER", "DeviceClass=10"},
-                                                    {"TEST_SESSION_GUID", "1"},
-                                                    {"TEST_SESSION_NAME", "2"},
-                                                    {"TEST_SESSION_DESCRIPTION", "3"},
-                                                    {"TEST_SESSION_GROUP", "4"},
-                                                    {"TEST_PRODUCT", "5"},
-                                                    {"TEST_PRODUCT_VARIANT", "6"},
-                                                    {"USER_UID", "7"},
-                                                    {"VCS_REVISION", "8"},
-                                                    {"VCS_BRANCH", "9"},
-                                                    {"TRANSPORT_LAYER", "10"}}));
-}
-
-TEST_F(SessionExport, DefaultsOfTheRecordAreNotExported) {
-    EXPECT_TRUE(parse(parser, {"app"}));
+TEST_F(SessionVariables, WithoutOptionsNoneIsDefined) {
+    EXPECT_TRUE(parse(parser, words("app TestSuiteUsb -w")));
+    EXPECT_THAT(readEnvironment(), ContainerEq(defaults));
+    // The defaults of the record are not exported.
     EXPECT_EQ(parser.getTestRunInformation().group, "orvex");
     EXPECT_EQ(parser.getTestRunInformation().transportLayers, "any");
-    EXPECT_EQ(get("TEST_SESSION_GROUP"), "(undefined)");
-    EXPECT_EQ(get("TRANSPORT_LAYER"), "(undefined)");
 }
 
-TEST_F(SessionExport, ValueKeptInTheRecordIsNotExportedWhenTheOptionIsEmptyNow) {
-    EXPECT_TRUE(parse(parser, {"app", "-tdc_guid", "old"}));
-    writeEnvironment({});
-    EXPECT_TRUE(parse(parser, {"app", "-tdc_guid", ""}));
-    EXPECT_EQ(parser.getTestRunInformation().guid, "old");
-    EXPECT_EQ(readEnvironment(), defaults);
+TEST_F(SessionVariables, FieldsOfTheRecordWithoutAVariableAreNotExported) {
+    EXPECT_TRUE(parse(parser, words("app -pcname a -osname b -tdc_dxml c -testname d -ostype e -bit f")));
+    EXPECT_THAT(readEnvironment(), ContainerEq(defaults));
 }
 
-TEST_F(SessionExport, FieldsWithoutAVariableAreNotExported) {
-    EXPECT_TRUE(parse(parser, {"app", "-pcname", "a", "-osname", "b", "-tdc_dxml", "c", "-testname", "d",
-                               "-ostype", "e", "-bit", "f", "-o", "g", "-x", "h"}));
-    EXPECT_EQ(readEnvironment(), defaults);
+TEST_F(SessionVariables, TransportLayersAreJoinedByOneBlankInTheOrderGiven) {
+    EXPECT_TRUE(parse(parser, words("app -tl DravikUsb -tl DravikGigE,A")));
+    EXPECT_EQ(get("TRANSPORT_LAYER"), "DravikUsb DravikGigE,A");
+    EXPECT_EQ(parser.getTlList(), "DravikUsb,DravikGigE,A");
+    EXPECT_TRUE(parse(parser, words("app -tl B")));
+    EXPECT_EQ(get("TRANSPORT_LAYER"), "DravikUsb DravikGigE,A B");
 }
 
-TEST_F(SessionExport, TransportLayersAreJoinedByOneBlankInTheOrderGiven) {
-    EXPECT_TRUE(parse(parser, {"app", "-tl", "DravikUsb", "-tl", "DravikGigE"}));
-    EXPECT_EQ(get("TRANSPORT_LAYER"), "DravikUsb DravikGigE");
-    EXPECT_EQ(parser.getTlList(), "DravikUsb,DravikGigE");
-    EXPECT_EQ(parser.getTestRunInformation().transportLayers, "DravikUsb,DravikGigE");
-}
-
-TEST_F(SessionExport, CommaWithinATransportLayerStays) {
-    EXPECT_TRUE(parse(parser, {"app", "-tl", "A,B", "-tl", "C"}));
-    EXPECT_EQ(get("TRANSPORT_LAYER"), "A,B C");
-}
-
-TEST_F(SessionExport, TransportLayersOfAllThreeSources) {
-    set("ORVEX_TEST_ARGS", "-tl A");
-    set("_ORVEX_TEST_ARGS_", "-tl C");
-    EXPECT_TRUE(parse(parser, {"app", "-tl", "B"}));
-    EXPECT_EQ(get("TRANSPORT_LAYER"), "A B C");
-}
-
-TEST_F(SessionExport, TwoEmptyTransportLayersAreABlank) {
-    EXPECT_TRUE(parse(parser, {"app", "-tl=", "-tl="}));
+TEST_F(SessionVariables, TwoEmptyTransportLayersAreABlank) {
+    EXPECT_TRUE(parse(parser, words("app -tl= -tl=")));
     EXPECT_EQ(get("TRANSPORT_LAYER"), " ");
 }
 
-TEST_F(SessionExport, SecondParseAddsTransportLayers) {
-    EXPECT_TRUE(parse(parser, {"app", "-tl", "A"}));
-    EXPECT_TRUE(parse(parser, {"app", "-tl", "B"}));
-    EXPECT_EQ(get("TRANSPORT_LAYER"), "A B");
-}
-
-TEST_F(SessionExport, VariantInTwoArgumentsLeavesTheVariable) {
-    set("TEST_PRODUCT_VARIANT", "inherited");
-    EXPECT_TRUE(parse(parser, {"app", "-tdc_variant", "value"}));
-    EXPECT_EQ(get("TEST_PRODUCT_VARIANT"), "inherited");
+TEST_F(SessionVariables, TheVariantInTwoArgumentsSetsNothing) {
+    EXPECT_TRUE(parse(parser, words("app -tdc_variant value")));
+    EXPECT_THAT(readEnvironment(), ContainerEq(defaults));
     EXPECT_EQ(parser.getFirstTestPath(), "value");
 }
 
-TEST_F(SessionExport, VariantInTwoArgumentsLeavesTheVariableUndefined) {
-    EXPECT_TRUE(parse(parser, {"app", "-tdc_variant", "value"}));
-    EXPECT_EQ(get("TEST_PRODUCT_VARIANT"), "(undefined)");
-}
-
-TEST_F(SessionExport, RegisteredOptionsTakeTheirValueFromTwoArguments) {
-    EXPECT_TRUE(parse(parser, {"app", "-tdc_guid", "1234", "--tdc_userid", "user"}));
-    EXPECT_EQ(readEnvironment(), changed(defaults, {{"TEST_SESSION_GUID", "1234"}, {"USER_UID", "user"}}));
-}
-
-TEST_F(SessionExport, LastValueOfTheThreeSourcesWins) {
-    set("ORVEX_TEST_ARGS", "-tdc_guid first -tdc_product first -tdc_userid first");
+TEST_F(SessionVariables, TheLastValueOfTheThreeSourcesIsExportedAsItStands) {
+    set("ORVEX_TEST_ARGS", "-tdc_guid first -tdc_product first -tdc_userid ' \x01\x80\xFF'");
     set("_ORVEX_TEST_ARGS_", "-tdc_guid third");
-    EXPECT_TRUE(parse(parser, {"app", "-tdc_guid", "second", "-tdc_product", "second"}));
+    EXPECT_TRUE(parse(parser, words("app -tdc_guid second -tdc_product second")));
     EXPECT_EQ(get("TEST_SESSION_GUID"), "third");
     EXPECT_EQ(get("TEST_PRODUCT"), "second");
-    EXPECT_EQ(get("USER_UID"), "first");
+    EXPECT_EQ(get("USER_UID"), " \x01\x80\xFF");
 }
 
-TEST_F(SessionExport, InheritedBranchGivesWayOnlyToAGivenOne) {
+TEST_F(SessionVariables, EveryParseExportsAgainWhatIsStillGiven) {
+    EXPECT_TRUE(parse(parser, words("app -tdc_guid old -tdc_product kept")));
+    writeEnvironment({});
+    EXPECT_TRUE(parse(parser, words("app -tdc_guid=")));
+    EXPECT_THAT(readEnvironment(), ContainerEq(changed(defaults, {{"TEST_PRODUCT", "kept"}})));
+    EXPECT_EQ(parser.getTestRunInformation().guid, "old") << "the record keeps it";
+}
+
+TEST_F(SessionVariables, AnInheritedBranchGivesWayOnlyToAGivenOne) {
     set("VCS_BRANCH", "inherited");
     EXPECT_TRUE(parse(parser, {"app"}));
     EXPECT_EQ(get("VCS_BRANCH"), "inherited");
-    EXPECT_TRUE(parse(parser, {"app", "-tdc_vcsbranch", "main"}));
+    EXPECT_TRUE(parse(parser, words("app -tdc_vcsbranch main")));
     EXPECT_EQ(get("VCS_BRANCH"), "main");
 }
+
+TEST_F(SessionVariables, AParseThatFailsBeforeSetsNone) {
+    EXPECT_FALSE(parse(parser, words("app -tdc_guid 1 -tl A -camemu x")));
+    EXPECT_THAT(readEnvironment(),
+                ContainerEq(changed(defaults, {{"ORVEX_DEVICE_FILTER", "DeviceClass=A"}})));
+}
+
+}  // namespace

@@ -2,13 +2,18 @@
 #include <stdio.h>
 #include <stdlib.h>
 
+static void printVariable(const char* name) {
+    const char* value = getenv(name);
+    puts(value == NULL ? "" : value);
+}
+
 int main(int argc, char** argv) {
-    const char* deviceFilter = NULL;
     if (!OrvexTestCommandLineParser_Parse(argc, argv)) {
         return EXIT_FAILURE;
     }
-    deviceFilter = getenv("ORVEX_DEVICE_FILTER");
-    printf("%s\n%s\n%s\n", OrvexTestCommandLineParser_GetOutputFilename(),
-           OrvexTestCommandLineParser_GetTestPath(), deviceFilter == NULL ? "" : deviceFilter);
+    puts(OrvexTestCommandLineParser_GetOutputFilename());
+    puts(OrvexTestCommandLineParser_GetTestPath());
+    printVariable("ORVEX_DEVICE_FILTER");
+    printVariable("GENICAM_GENTL64_PATH");
     return EXIT_SUCCESS;
 }

@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# A project that is built with clang and its sanitizers, and has the library as a part of it, links and runs.
+source "$(dirname "$0")/package.sh"
+
+for library in libstdc++ libc++; do
+    build_project "$consumers/add_subdirectory" "-DLIBRARY_SOURCE=$PACKAGE_SOURCE" -DCMAKE_CXX_COMPILER=clang++-14 \
+        "-DCMAKE_CXX_FLAGS=-stdlib=$library -fsanitize=address,undefined -fno-sanitize-recover=all"
+    expect_consumer_works "$built/consumer"
+done
