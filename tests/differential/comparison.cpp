@@ -104,7 +104,7 @@ std::string playOnModel(const Call& call, model::Parser& parser) {
 }
 
 int playNarrow(const Call& call, OrvexTestCommandLineParser& parser) {
-    Texts texts = call.arguments;
+    Strings texts = call.arguments;
     std::vector<char*> pointers;
     for (std::string& text : texts) {
         pointers.push_back(text.data());

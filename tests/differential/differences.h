@@ -39,7 +39,7 @@ public:
         }
     }
 
-    void operator()(const char* what, const Texts& library, const Texts& model) {
+    void operator()(const char* what, const Strings& library, const Strings& model) {
         for (std::size_t i = 0; library != model && i < std::max(library.size(), model.size()); ++i) {
             compareItems(std::string(what) + "[" + std::to_string(i) + "]",
                          i < library.size() ? &library[i] : nullptr, i < model.size() ? &model[i] : nullptr);

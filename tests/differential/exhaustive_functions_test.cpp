@@ -84,10 +84,10 @@ TEST(ExhaustiveTokenKinds, EveryByteAfterADash) {
 }
 
 // "b" is registered both ways; "ab" and "v" take a value, "m" takes several.
-const Texts tokens = words("'' a - -- -v --v -m -b -u -uv -uvm -vu --uv -ab -v=1 -m=1 -u=v -= -5 7");
+const Strings tokens = words("'' a - -- -v --v -m -b -u -uv -uvm -vu --uv -ab -v=1 -m=1 -u=v -= -5 7");
 
 // Every name that those tokens can leave in the registry, with dashes in front of some.
-const Texts names = words("'' - -- v -v m --m b u uv uvm vu ab a v=1 m=1 u=v = 1 -= x");
+const Strings names = words("'' - -- v -v m --m b u uv uvm vu ab a v=1 m=1 u=v = 1 -= x");
 
 OptionRegistry newRegistry(std::uint32_t mode) {
     OptionRegistry registry(mode);
@@ -154,7 +154,7 @@ Difference furtherDifferenceOf(const OptionRegistry& registry, const model::Regi
 class ExhaustiveRegistry : public ::testing::TestWithParam<std::uint32_t> {
 protected:
     // Scans the first tokens as an argument vector and the others as a list.
-    static void hold(Cases& cases, const Texts& list, std::size_t first, bool hasAll) {
+    static void hold(Cases& cases, const Strings& list, std::size_t first, bool hasAll) {
         const auto middle = list.begin() + static_cast<std::ptrdiff_t>(first);
         auto registry = newRegistry(GetParam());
         auto model = newModel(GetParam());
@@ -163,9 +163,9 @@ protected:
             argv.push_back(token->c_str());
         }
         registry.parseArgv(static_cast<int>(first), argv.data());
-        model.parseTokens(Texts(list.begin(), middle));
-        registry.parseTokens(Texts(middle, list.end()));
-        model.parseTokens(Texts(middle, list.end()));
+        model.parseTokens(Strings(list.begin(), middle));
+        registry.parseTokens(Strings(middle, list.end()));
+        model.parseTokens(Strings(middle, list.end()));
         Difference difference = differenceOf(registry, model);
         if (!difference && hasAll) {
             difference = furtherDifferenceOf(registry, model);
@@ -182,12 +182,12 @@ protected:
 TEST_P(ExhaustiveRegistry, EveryList) {
     Cases cases;
     forEvery(tokens, quickOrDeep(3, 4), cases,
-             [&](const Texts& list) { hold(cases, list, 0, list.size() <= 2); });
+             [&](const Strings& list) { hold(cases, list, 0, list.size() <= 2); });
 }
 
 TEST_P(ExhaustiveRegistry, EveryListInTwoScans) {
     Cases cases;
-    forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Texts& list) {
+    forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
         for (std::size_t first = 0; first <= list.size(); ++first) {
             hold(cases, list, first, false);
         }

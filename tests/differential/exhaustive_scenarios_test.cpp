@@ -10,21 +10,21 @@ namespace {
 
 using namespace differential;
 
-Texts operator+(Texts first, const Texts& second) {
+Strings operator+(Strings first, const Strings& second) {
     first.insert(first.end(), second.begin(), second.end());
     return first;
 }
 
-Texts part(const Texts& list, std::size_t first, std::size_t end) {
-    return Texts(list.begin() + static_cast<std::ptrdiff_t>(first),
-                 list.begin() + static_cast<std::ptrdiff_t>(end));
+Strings part(const Strings& list, std::size_t first, std::size_t end) {
+    return Strings(list.begin() + static_cast<std::ptrdiff_t>(first),
+                   list.begin() + static_cast<std::ptrdiff_t>(end));
 }
 
-Call narrow(const Texts& arguments) {
-    return {Form::Narrow, Texts{"app"} + arguments};
+Call narrow(const Strings& arguments) {
+    return {Form::Narrow, Strings{"app"} + arguments};
 }
 
-std::string joined(const Texts& list) {
+std::string joined(const Strings& list) {
     std::string text;
     for (const std::string& item : list) {
         text += (item.empty() ? "''" : item) + " ";
@@ -33,25 +33,25 @@ std::string joined(const Texts& list) {
 }
 
 // Every form with dashes, with "=", of a number, and every kind of option.
-const Texts tokens = words(
+const Strings tokens = words(
     "'' a - -- --- -o --o ---o -o= -o=b -tl --tl -tl=A -tl= -p -p=k=v -w -w=1 -help -? -u -u=1 -= --=x "
     "-5 7 -.5e1 -packetsize -tdc_variant=V o=");
 
 TEST(ExhaustiveTokens, EveryListAfterTheProgramName) {
     Cases cases;
-    forEvery(tokens, quickOrDeep(3, 4), cases, [&](const Texts& list) { cases(Scenario{{narrow(list)}}); });
+    forEvery(tokens, quickOrDeep(3, 4), cases, [&](const Strings& list) { cases(Scenario{{narrow(list)}}); });
 }
 
 TEST(ExhaustiveTokens, EveryListWithAnythingAsTheProgramName) {
     Cases cases;
-    forEvery(tokens, quickOrDeep(3, 4), cases, [&](const Texts& list) {
+    forEvery(tokens, quickOrDeep(3, 4), cases, [&](const Strings& list) {
         cases(Scenario{{Call{Form::NarrowC, list}}});
     });
 }
 
 TEST(ExhaustiveTokens, EveryListSpreadOverTheThreeSources) {
     Cases cases;
-    forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Texts& list) {
+    forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
         for (std::size_t first = 0; first <= list.size(); ++first) {
             for (std::size_t second = first; second <= list.size(); ++second) {
                 cases(Scenario{{narrow(part(list, first, second))},
@@ -64,17 +64,17 @@ TEST(ExhaustiveTokens, EveryListSpreadOverTheThreeSources) {
 
 TEST(ExhaustiveTokens, EveryListSpreadOverTwoParses) {
     Cases cases;
-    forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Texts& list) {
+    forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
         for (std::size_t first = 0; first <= list.size(); ++first) {
             cases(Scenario{{narrow(part(list, 0, first)),
-                            Call{Form::Narrow, Texts{"other"} + part(list, first, list.size())}}});
+                            Call{Form::Narrow, Strings{"other"} + part(list, first, list.size())}}});
         }
     });
 }
 
 // All names with a meaning, all others that the usage text shows, and two without any.
-Texts optionNames() {
-    Texts names = words("tdc_name tdc_pcname tdc_osname O u");
+Strings optionNames() {
+    Strings names = words("tdc_name tdc_pcname tdc_osname O u");
     for (const KnownOption& option : knownOptions) {
         names.emplace_back(option.name);
     }
@@ -82,9 +82,9 @@ Texts optionNames() {
 }
 
 // The ways of giving an option, each with its name in the place of the @.
-const Texts ways = words("-@ 1|-@ a|-@ ''|--@=2|-@=|-@|@ 1", '|');
+const Strings ways = words("-@ 1|-@ a|-@ ''|--@=2|-@=|-@|@ 1", '|');
 
-Texts given(std::string way, const std::string& name) {
+Strings given(std::string way, const std::string& name) {
     way.replace(way.find('@'), 1, name);
     return words(way);
 }
@@ -102,11 +102,11 @@ TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
         for (const std::string& firstName : optionNames()) {
             for (const std::string& secondWay : ways) {
                 for (const std::string& secondName : optionNames()) {
-                    const Texts first = given(firstWay, firstName);
-                    const Texts second = given(secondWay, secondName);
+                    const Strings first = given(firstWay, firstName);
+                    const Strings second = given(secondWay, secondName);
                     scenario.calls = {narrow(first + second)};
                     cases(scenario);
-                    scenario.calls = {narrow(first), Call{Form::Packed, Texts{"app"} + second}};
+                    scenario.calls = {narrow(first), Call{Form::Packed, Strings{"app"} + second}};
                     cases(scenario);
                 }
             }
@@ -152,8 +152,8 @@ TEST(ExhaustiveVariables, EveryTextInAVariableOfTheCallersChoice) {
                   {Call{Form::Variable, {"MY_ARGS", "app"}}, narrow({"-o", "b"})});
 }
 
-Texts transportLayers() {
-    Texts entries;
+Strings transportLayers() {
+    Strings entries;
     for (const std::string& deviceClass : words("DravikGigE DravikGTC DravikUsb dravikgige ''")) {
         for (const std::string& driver : words("'' : :SocketDriver :WindowsFilterDriver :A:B")) {
             entries.push_back(deviceClass + driver);
@@ -164,7 +164,7 @@ Texts transportLayers() {
 
 TEST(ExhaustiveTransport, EveryListInOneOption) {
     Cases cases;
-    forEvery(transportLayers(), quickOrDeep(2, 4), cases, [&](const Texts& entries) {
+    forEvery(transportLayers(), quickOrDeep(2, 4), cases, [&](const Strings& entries) {
         std::string list;
         for (const std::string& entry : entries) {
             list += entry + ",";
@@ -180,8 +180,8 @@ TEST(ExhaustiveTransport, EveryListInOneOption) {
 
 TEST(ExhaustiveTransport, EveryListInOptionsOfTheirOwn) {
     Cases cases;
-    forEvery(transportLayers(), quickOrDeep(2, 4), cases, [&](const Texts& entries) {
-        Texts arguments = words("-socketbuffer 2048");
+    forEvery(transportLayers(), quickOrDeep(2, 4), cases, [&](const Strings& entries) {
+        Strings arguments = words("-socketbuffer 2048");
         for (const std::string& entry : entries) {
             arguments.insert(arguments.end(), {"-tl", entry});
         }
@@ -190,8 +190,8 @@ TEST(ExhaustiveTransport, EveryListInOptionsOfTheirOwn) {
 }
 
 TEST(ExhaustiveTransport, EveryMixOfNumericTexts) {
-    const Texts texts = words("''|0|9x|x|/|:|-5| 5|5", '|');
-    const Texts options = words("-socketbuffer= -packetsize= -packetdelay= -camemu=");
+    const Strings texts = words("''|0|9x|x|/|:|-5| 5|5", '|');
+    const Strings options = words("-socketbuffer= -packetsize= -packetdelay= -camemu=");
     model::Environment allSet;
     for (const char* name : knownVariables) {
         allSet[name] = "old";
@@ -201,8 +201,8 @@ TEST(ExhaustiveTransport, EveryMixOfNumericTexts) {
     for (const std::string& layer : words("'' DravikUsb DravikGigE:SocketDriver DravikGTC")) {
         for (const model::Environment& environment : {model::Environment(), allSet}) {
             forEvery(part(texts, 0, quickOrDeep(6, texts.size())), options.size(), cases,
-                     [&](const Texts& values) {
-                         Texts arguments = {"-tl=" + layer, "-p=k=v"};
+                     [&](const Strings& values) {
+                         Strings arguments = {"-tl=" + layer, "-p=k=v"};
                          for (std::size_t i = 0; i < values.size(); ++i) {
                              arguments.push_back(options[i] + values[i]);
                          }
@@ -214,7 +214,7 @@ TEST(ExhaustiveTransport, EveryMixOfNumericTexts) {
 
 // A command line that sets every variable.
 Call everything() {
-    Texts arguments = words("-tl=DravikGTC,DravikGigE:A");
+    Strings arguments = words("-tl=DravikGTC,DravikGigE:A");
     for (const KnownOption& option : knownOptions) {
         arguments.push_back("-" + std::string(option.name) + "=1");
     }

@@ -22,8 +22,8 @@ Difference of(const std::string& input, const Differences& differences) {
 
 Difference findTokenizerDifference(const std::string& text) {
     // A call that fails leaves what was there before.
-    Texts tokens = {"before"};
-    Texts expected = tokens;
+    Strings tokens = {"before"};
+    Strings expected = tokens;
     std::string error;
     std::string expectedError;
     try {
@@ -43,8 +43,8 @@ Difference findTokenizerDifference(const std::string& text) {
 }
 
 Difference findSplitDifference(const std::string& text, char delimiter) {
-    Texts parts = {"before"};
-    Texts expected = parts;
+    Strings parts = {"before"};
+    Strings expected = parts;
     Differences compare;
     const bool result = orvex::splitString(text.c_str(), delimiter, parts);
     compare("result", result, model::splitString(text, delimiter, expected));

@@ -64,7 +64,7 @@ private:
                                   Form::NarrowC, Form::Wide,   Form::WideC,  Form::Packed};
         Call result;
         result.form = oneOf(forms);
-        Texts arguments = tokens();
+        Strings arguments = tokens();
         arguments.insert(arguments.begin(), programName());
         const auto size = static_cast<int>(arguments.size());
         if (result.isWide()) {
@@ -82,7 +82,7 @@ private:
     }
 
     Call variableCall() {
-        static const Texts names = words("MY_ARGS MY_ARGS ORVEX_TEST_ARGS UNSET '' A=B");
+        static const Strings names = words("MY_ARGS MY_ARGS ORVEX_TEST_ARGS UNSET '' A=B");
         return {Form::Variable, {oneOf(names), programName()}, {}, {}, oneIn(16)};
     }
 
@@ -104,14 +104,14 @@ private:
     }
 
     std::string programName() {
-        static const Texts names =
+        static const Strings names =
             words("app|app|app|./mytest|/opt/x y/test|''|-w|-5|-x=1|-o|DravikGTC", '|');
         return oneIn(32) ? bytes() : oneOf(names);
     }
 
     // The arguments after the program name.
-    Texts tokens() {
-        Texts list;
+    Strings tokens() {
+        Strings list;
         for (std::uint32_t count = below(oneIn(16) ? 60 : 8); count > 0; --count) {
             if (oneIn(3)) {
                 list.push_back(oneIn(2) ? value() : option());
@@ -130,7 +130,7 @@ private:
 
     std::string option() {
         // Names that look like options and are none.
-        static const Texts others = words("u tdc_name tdc_pcname tdc_osname TL HELP '' ow");
+        static const Strings others = words("u tdc_name tdc_pcname tdc_osname TL HELP '' ow");
         const std::string dashes = oneIn(6) ? "--" : oneIn(12) ? "---" : "-";
         return dashes + (oneIn(5) ? oneOf(others) : oneOf(knownOptions).name);
     }
@@ -151,7 +151,7 @@ private:
     }
 
     std::string value() {
-        static const Texts texts = words(
+        static const Strings texts = words(
             "a|result.xml|Suite|Suite::Case|key=value|my "
             "file|$(HOMEDIR)/x|%HOMEDIR%|$(A=B)|$$|%|a%b|1a2b3c|main|"
             "it's|say \"hello\"|back\\|''|=|-|--|---|-=|x=y=z|\xC3\xA9|\xFF\xFE|tab\there|line\nbreak",
@@ -171,7 +171,7 @@ private:
     }
 
     std::string number() {
-        static const Texts texts = words(
+        static const Strings texts = words(
             "1500|0|9|8192|12abc|3x|x3|-5|-0.25|-1e3| "
             "5|/|:|+5|-.5|-.|-e5|-inf|-nan|-0x1p|-5abc|-1e|0x10|1e99|-1e999|"
             "\t7|\xD9\xA3|-i|-n|-infx|00|- 5|--5",
@@ -180,9 +180,9 @@ private:
     }
 
     std::string transportLayers() {
-        static const Texts classes =
+        static const Strings classes =
             words("DravikGigE DravikGTC DravikUsb A B dravikgige DravikGTCx DravikGigEx '' \xC3\xA9");
-        static const Texts drivers =
+        static const Strings drivers =
             words("'' :SocketDriver :WindowsFilterDriver : :A :\x80z ::B :DravikGTC :B:C :z");
         std::string list;
         for (std::uint32_t count = below(6); count > 0; --count) {
@@ -208,7 +208,7 @@ private:
 
     // The text of an argument variable: tokens in random quoting, sometimes malformed.
     std::string variableText() {
-        static const Texts separators = words(" |\t|  | \t ", '|');
+        static const Strings separators = words(" |\t|  | \t ", '|');
         std::string text = oneIn(8) ? oneOf(separators) : "";
         for (const std::string& token : tokens()) {
             text += quoted(token) + (oneIn(2) ? " " : oneOf(separators));
@@ -224,7 +224,7 @@ private:
 
     // Each byte plain, escaped or between quotes: all in one way, or each in its own.
     std::string quoted(const std::string& token) {
-        static const Texts ways = words("'' \\ \" '");
+        static const Strings ways = words("'' \\ \" '");
         if (token.empty()) {
             return oneIn(2) ? "''" : "\"\"";
         }

@@ -101,8 +101,8 @@ std::string escaped(const std::string& text) {
     return escape(text);
 }
 
-Texts words(std::string_view text, char separator) {
-    Texts list(1);
+Strings words(std::string_view text, char separator) {
+    Strings list(1);
     for (const char c : text) {
         if (c == separator) {
             list.emplace_back();

@@ -16,7 +16,7 @@
 
 namespace differential {
 
-using model::Texts;
+using model::Strings;
 using model::WideArgument;
 
 // The first five are the entry forms, of the class and of the C interface; the last one is
@@ -27,7 +27,7 @@ struct Call {
     Form form = Form::Narrow;
     // Of the narrow forms; of Packed, where a zero byte follows each; of Variable, where they are the names
     // of the variable and of the program. A zero byte ends them like any other string.
-    Texts arguments = {};
+    Strings arguments = {};
     // Of the wide forms.
     std::vector<WideArgument> wideArguments = {};
     // When it is not the number of arguments: fewer (also below 0), and with Packed also more.
@@ -68,7 +68,7 @@ Scenario scenarioOf(std::string_view text);
 std::string escaped(const std::string& text);
 
 // The words between the separators; '' is the empty one.
-Texts words(std::string_view text, char separator = ' ');
+Strings words(std::string_view text, char separator = ' ');
 
 // The smallest text that still fails, found by taking parts away from one that does.
 std::string shrink(const std::string& text, const std::function<bool(const std::string&)>& fails);

@@ -83,7 +83,7 @@ TEST(Differences, ShowWhereTheTwoPart) {
     compare("same", std::string("a"), std::string("a"));
     compare("text", std::string(50, 'a') + "\n", std::string(50, 'a'));
     compare("number", 1, 2);
-    compare("list", Texts{"a", "b"}, Texts{"a"});
+    compare("list", Strings{"a", "b"}, Strings{"a"});
     compare({{"A", "1"}, {"B", "1"}}, {{"B", "2"}, {"C", "1"}});
     EXPECT_EQ(compare.text,
               "  text from byte 30: the library has ...\"aaaaaaaaaaaaaaaaaaaa\\A;\", the model "

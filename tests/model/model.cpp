@@ -60,7 +60,7 @@ bool isOptionToken(const std::string& token) {
     return !token.empty() && token[0] == '-' && !isNumber(token);
 }
 
-void Registry::parseTokens(const Texts& tokens) {
+void Registry::parseTokens(const Strings& tokens) {
     std::size_t next = 0;
     while (next < tokens.size()) {
         const std::string& token = tokens[next];
@@ -138,8 +138,8 @@ std::string Registry::getJoinedValues(const std::string& name, const std::string
     return joined;
 }
 
-Texts splitArguments(const std::string& text) {
-    Texts tokens;
+Strings splitArguments(const std::string& text) {
+    Strings tokens;
     std::string token;
     bool isInToken = false;
     char quote = '\0';
@@ -175,7 +175,7 @@ Texts splitArguments(const std::string& text) {
     return tokens;
 }
 
-bool splitString(const std::string& text, char delimiter, Texts& parts) {
+bool splitString(const std::string& text, char delimiter, Strings& parts) {
     if (delimiter == '\0' || cString(text).empty()) {
         return false;
     }
@@ -309,11 +309,11 @@ Parser::Parser(Environment& environment, std::string applicationDir, std::set<st
     }
 }
 
-bool Parser::parse(const Texts& argv) {
+bool Parser::parse(const Strings& argv) {
     if (argv.empty()) {
         return true;
     }
-    Texts arguments;
+    Strings arguments;
     std::transform(argv.begin(), argv.end(), std::back_inserter(arguments), cString);
     try {
         scanVariable("ORVEX_TEST_ARGS", arguments[0]);
@@ -331,7 +331,7 @@ bool Parser::parse(const Texts& argv) {
 }
 
 bool Parser::parseWide(const std::vector<WideArgument>& argv) {
-    Texts arguments;
+    Strings arguments;
     for (const WideArgument& argument : argv) {
         const char32_t* source = argument ? argument->c_str() : nullptr;
         const int size = utf8(source, nullptr, 0);
@@ -349,7 +349,7 @@ bool Parser::parsePacked(const std::string& block, int argc) {
     if (argc < 0) {
         return false;
     }
-    Texts argv;
+    Strings argv;
     std::size_t position = 0;
     for (int i = 0; i < argc; ++i) {
         if (position >= block.size() || block[position] == '\0') {
@@ -366,7 +366,7 @@ void Parser::scanVariable(const std::string& name, const std::string& programNam
     if (!text) {
         return;
     }
-    Texts tokens = splitArguments(*text);
+    Strings tokens = splitArguments(*text);
     if (!tokens.empty()) {
         tokens.insert(tokens.begin(), cString(programName));
         options.parseTokens(tokens);
@@ -375,7 +375,7 @@ void Parser::scanVariable(const std::string& name, const std::string& programNam
 
 void Parser::readOptions() {
     applicationName = options.positionals.empty() ? "" : options.positionals[0];
-    const Texts helpSwitches = {"?", "h", "H", "help"};
+    const Strings helpSwitches = {"?", "h", "H", "help"};
     helpRequested = std::any_of(helpSwitches.begin(), helpSwitches.end(),
                                 [this](const std::string& name) { return options.flags.count(name) != 0; });
     for (std::size_t i = 1; i < options.positionals.size(); ++i) {
@@ -397,10 +397,10 @@ bool Parser::setUnlessEmpty(const std::string& name, const std::string& value) {
 void Parser::setTransportVariables() {
     std::set<std::string> classes;
     std::set<std::string> drivers;
-    Texts entries;
+    Strings entries;
     splitString(tlList, ',', entries);
     for (const std::string& entry : entries) {
-        Texts parts;
+        Strings parts;
         splitString(entry, ':', parts);
         if (!parts.empty()) {
             classes.insert(parts[0]);

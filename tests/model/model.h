@@ -17,7 +17,7 @@
 namespace model {
 
 using Environment = std::map<std::string, std::string>;
-using Texts = std::vector<std::string>;
+using Strings = std::vector<std::string>;
 // No value is a null pointer.
 using WideArgument = std::optional<std::u32string>;
 
@@ -29,7 +29,7 @@ struct Registry {
     // A combination of the bits of OptionRegistry::Mode.
     explicit Registry(std::uint32_t mode) : mode(mode) {}
 
-    void parseTokens(const Texts& tokens);
+    void parseTokens(const Strings& tokens);
 
     // Names have no dashes in front here.
     std::string getText(const std::string& name) const;
@@ -37,9 +37,9 @@ struct Registry {
 
     std::uint32_t mode;
     std::map<std::string, std::string> values;
-    std::map<std::string, Texts> multiValues;
+    std::map<std::string, Strings> multiValues;
     std::set<std::string> flags;
-    Texts positionals;
+    Strings positionals;
     std::set<std::string> valueOptions;
     std::set<std::string> multiValueOptions;
 
@@ -48,10 +48,10 @@ private:
 };
 
 // Throws std::runtime_error for a quote that is not closed.
-Texts splitArguments(const std::string& text);
+Strings splitArguments(const std::string& text);
 
 // Appends to parts.
-bool splitString(const std::string& text, char delimiter, Texts& parts);
+bool splitString(const std::string& text, char delimiter, Strings& parts);
 
 // The number of references and the new text.
 std::pair<int, std::string> expand(const std::string& text, const Environment& environment);
@@ -71,7 +71,7 @@ public:
     // Settings of the refused variables fail. The parser keeps a reference to the environment.
     Parser(Environment& environment, std::string applicationDir, std::set<std::string> refused);
 
-    bool parse(const Texts& argv);
+    bool parse(const Strings& argv);
     bool parseWide(const std::vector<WideArgument>& argv);
     // Strings that are missing at the end of the block are empty ones.
     bool parsePacked(const std::string& block, int argc);
@@ -85,7 +85,7 @@ public:
     std::string applicationName;
     std::string xmlFilename;
     std::string outputFilename;
-    Texts testPaths;
+    Strings testPaths;
     std::string tlList;
     bool helpRequested = false;
     bool waitBeforeExit = false;
