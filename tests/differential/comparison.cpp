@@ -2,33 +2,28 @@
 
 #include "OrvexTestCommandLineParser.h"
 #include "OrvexTestCommandLineParserC.h"
-#include "differential/observation.h"
+#include "differential/differences.h"
 #include "differential/process_environment.h"
-#include "model/model.h"
 
 #include <dlfcn.h>
 
-#include <algorithm>
-#include <cstdlib>
-#include <memory>
+#include <filesystem>
 #include <new>
 #include <stdexcept>
-#include <utility>
 
 namespace differential {
 namespace {
 
-// The C interface does not hand out its parser. The application name is a text inside that object as long
+// The C interface does not hand out its parser. The application name is a string inside that object as long
 // as it is empty, at the same distance from the object's beginning as in any other.
 OrvexTestCommandLineParser& findProcessWideParser() {
     const OrvexTestCommandLineParser probe;
     const std::ptrdiff_t distance = probe.getApplicationName().data() - reinterpret_cast<const char*>(&probe);
-    if (distance < 0 || distance >= static_cast<std::ptrdiff_t>(sizeof(probe)) ||
-        *OrvexTestCommandLineParser_GetApplicationName() != '\0') {
+    const char* const name = OrvexTestCommandLineParser_GetApplicationName();
+    if (distance < 0 || distance >= static_cast<std::ptrdiff_t>(sizeof(probe)) || *name != '\0') {
         throw std::logic_error("the process-wide parser cannot be found");
     }
-    char* const name = const_cast<char*>(OrvexTestCommandLineParser_GetApplicationName());
-    return *reinterpret_cast<OrvexTestCommandLineParser*>(name - distance);
+    return *reinterpret_cast<OrvexTestCommandLineParser*>(const_cast<char*>(name) - distance);
 }
 
 // The process-wide parser as it is in a process that has just begun.
@@ -38,53 +33,30 @@ OrvexTestCommandLineParser& newProcessWideParser() {
     return *new (&parser) OrvexTestCommandLineParser();
 }
 
-struct Free {
-    void operator()(char* memory) const {
-        std::free(memory);
-    }
-};
-
-std::optional<std::string> findApplicationDir() {
-    const void* address = dlsym(RTLD_DEFAULT, "OrvexTestCommandLineParser_Parse");
-    if (address == nullptr) {
-        // Linked into this program instead of loaded.
-        address = reinterpret_cast<const void*>(&OrvexTestCommandLineParser_Parse);
-    }
+// The file lies six levels below it; above the root there is nothing.
+std::string findApplicationDir() {
     Dl_info library;
-    if (dladdr(address, &library) == 0) {
-        return std::nullopt;
+    if (dladdr(reinterpret_cast<const void*>(&OrvexTestCommandLineParser_Parse), &library) == 0) {
+        throw std::logic_error("the library's file cannot be found");
     }
-    const std::string file = library.dli_fname;
-    const std::size_t slash = file.rfind('/');
-    const std::string directory = slash == std::string::npos ? "." : file.substr(0, slash + 1);
-    const std::unique_ptr<char, Free> resolved(realpath(directory.c_str(), nullptr));
-    return resolved == nullptr
-               ? std::nullopt
-               : std::make_optional(model::applicationDirOf(resolved.get() + std::string("/file")));
+    std::filesystem::path directory = std::filesystem::canonical(library.dli_fname);
+    for (int level = 0; level < 6; ++level) {
+        directory = directory.parent_path();
+    }
+    return directory == "/" ? "" : directory.string();
 }
 
-// What a call returns: the number, or what was thrown.
-struct Outcome {
-    int result = 0;
-    std::string exception;
-};
-
-Outcome outcomeOf(bool result) {
-    return {result ? 1 : 0, ""};
-}
-
-template <typename Scan>
-Outcome outcomeOfScan(const Scan& scan) {
+// What a call returns, or the message of what it throws.
+template <typename Function>
+std::string outcomeOf(const Function& function) {
     try {
-        scan();
-        return {};
+        return std::to_string(static_cast<int>(function()));
     } catch (const std::runtime_error& error) {
-        return {0, std::string("std::runtime_error: ") + error.what()};
-    } catch (const std::exception& error) {
-        return {0, std::string("std::exception: ") + error.what()};
+        return std::string("std::runtime_error: ") + error.what();
     }
 }
 
+// Of Variable: the names of the variable and of the program.
 std::string argumentAt(const Call& call, std::size_t index) {
     return index < call.arguments.size() ? call.arguments[index] : std::string();
 }
@@ -99,14 +71,13 @@ std::string blockOf(const Call& call) {
 
 // The count that is passed: never more than there is to read.
 int countOf(const Call& call) {
-    const bool isWide = call.form == Form::Wide || call.form == Form::CWide;
-    const auto size = static_cast<int>(isWide ? call.wideArguments.size() : call.arguments.size());
+    const auto size = static_cast<int>(call.isWide() ? call.wideArguments.size() : call.arguments.size());
     const int count = call.count.value_or(size);
     if (call.form == Form::Packed) {
-        // One more than there can be texts in the block is as good as any larger number.
-        return std::min(count, call.nullArguments ? 0 : static_cast<int>(blockOf(call).size()) + 1);
+        // One more than there can be strings in the block is as good as any larger number.
+        return std::min(count, call.isNull ? 0 : static_cast<int>(blockOf(call).size()) + 1);
     }
-    return call.nullArguments ? count : std::min(count, size);
+    return call.isNull ? count : std::min(count, size);
 }
 
 template <typename List>
@@ -114,45 +85,37 @@ List firstOf(const List& list, int count) {
     return List(list.begin(), list.begin() + count);
 }
 
-Outcome playOnModel(const Call& call, model::Parser& parser) {
+std::string playOnModel(const Call& call, model::Parser& parser) {
     const int count = countOf(call);
-    switch (call.form) {
-        case Form::Narrow:
-        case Form::CNarrow:
-            return outcomeOf(call.nullArguments || count < 0 ? model::Parser::parseNullArgv(count)
-                                                             : parser.parse(firstOf(call.arguments, count)));
-        case Form::Wide:
-        case Form::CWide:
-            return outcomeOf(call.nullArguments || count < 0
-                                 ? model::Parser::parseNullWide(count)
-                                 : parser.parseWideWithNulls(firstOf(call.wideArguments, count)));
-        case Form::Packed:
-            return outcomeOf(parser.parsePacked(blockOf(call), count));
-        case Form::Variable:
-            break;
-    }
-    return outcomeOfScan([&] {
-        parser.parseArgsFromEnvironmentVariable(call.nullArguments ? "" : argumentAt(call, 0),
-                                                argumentAt(call, 1));
+    return outcomeOf([&] {
+        if (call.form == Form::Variable) {
+            parser.scanVariable(call.isNull ? "" : argumentAt(call, 0), argumentAt(call, 1));
+            return true;
+        }
+        if (call.isNull || count < 0) {
+            return count == 0;
+        }
+        if (call.form == Form::Packed) {
+            return parser.parsePacked(blockOf(call), count);
+        }
+        return call.isWide() ? parser.parseWide(firstOf(call.wideArguments, count))
+                             : parser.parse(firstOf(call.arguments, count));
     });
 }
 
-Outcome playNarrow(const Call& call, OrvexTestCommandLineParser& parser) {
-    std::vector<std::string> texts = call.arguments;
+int playNarrow(const Call& call, OrvexTestCommandLineParser& parser) {
+    Strings texts = call.arguments;
     std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         pointers.push_back(text.data());
     }
     pointers.push_back(nullptr);
-    char** const argv = call.nullArguments ? nullptr : pointers.data();
-    if (call.form == Form::CNarrow) {
-        return {OrvexTestCommandLineParser_Parse(countOf(call), argv), ""};
-    }
-    return outcomeOf(parser.Parse(countOf(call), argv));
+    char** const argv = call.isNull ? nullptr : pointers.data();
+    return call.form == Form::NarrowC ? OrvexTestCommandLineParser_Parse(countOf(call), argv)
+                                      : static_cast<int>(parser.Parse(countOf(call), argv));
 }
 
-Outcome playWide(const Call& call, OrvexTestCommandLineParser& parser) {
+int playWide(const Call& call, OrvexTestCommandLineParser& parser) {
     std::vector<std::wstring> texts;
     for (const WideArgument& argument : call.wideArguments) {
         const std::u32string text = argument.value_or(U"");
@@ -163,81 +126,131 @@ Outcome playWide(const Call& call, OrvexTestCommandLineParser& parser) {
         pointers.push_back(call.wideArguments[i] ? texts[i].data() : nullptr);
     }
     pointers.push_back(nullptr);
-    wchar_t** const argv = call.nullArguments ? nullptr : pointers.data();
-    if (call.form == Form::CWide) {
-        return {OrvexTestCommandLineParser_ParseW(countOf(call), argv), ""};
-    }
-    return outcomeOf(parser.Parse(countOf(call), argv));
+    wchar_t** const argv = call.isNull ? nullptr : pointers.data();
+    return call.form == Form::WideC ? OrvexTestCommandLineParser_ParseW(countOf(call), argv)
+                                    : static_cast<int>(parser.Parse(countOf(call), argv));
 }
 
-Outcome playOnLibrary(const Call& call, OrvexTestCommandLineParser& parser) {
-    switch (call.form) {
-        case Form::Narrow:
-        case Form::CNarrow:
-            return playNarrow(call, parser);
-        case Form::Wide:
-        case Form::CWide:
-            return playWide(call, parser);
-        case Form::Packed: {
-            std::string block = blockOf(call);
-            return outcomeOf(parser.Parse(countOf(call), call.nullArguments ? nullptr : block.data()));
+std::string playOnLibrary(const Call& call, OrvexTestCommandLineParser& parser) {
+    return outcomeOf([&] {
+        if (call.form == Form::Variable) {
+            const std::string name = argumentAt(call, 0);
+            parser.ParseArgsFromEnvironmentVariable(call.isNull ? nullptr : name.c_str(),
+                                                    argumentAt(call, 1).c_str());
+            return 1;
         }
-        case Form::Variable:
-            break;
-    }
-    return outcomeOfScan([&] {
-        const std::string name = argumentAt(call, 0);
-        parser.ParseArgsFromEnvironmentVariable(call.nullArguments ? nullptr : name.c_str(),
-                                                argumentAt(call, 1).c_str());
+        if (call.form == Form::Packed) {
+            std::string block = blockOf(call);
+            return static_cast<int>(parser.Parse(countOf(call), call.isNull ? nullptr : block.data()));
+        }
+        return call.isWide() ? playWide(call, parser) : playNarrow(call, parser);
     });
 }
 
-std::string toText(const Outcome& outcome) {
-    return outcome.exception.empty() ? std::to_string(outcome.result) : outcome.exception;
+void compareAccessors(const OrvexTestCommandLineParser& library, const model::Parser& model,
+                      Differences& compare) {
+    const std::string firstTestPath = model.testPaths.empty() ? "" : model.testPaths.front();
+    compare("getApplicationName", library.getApplicationName(), model.applicationName);
+    compare("getXmlFilename", library.getXmlFilename(), model.xmlFilename);
+    compare("getOutputFilename", library.getOutputFilename(), model.outputFilename);
+    compare("getTestPaths", library.getTestPaths(), model.testPaths);
+    compare("getFirstTestPath", library.getFirstTestPath(), firstTestPath);
+    compare("getTlList", library.getTlList(), model.tlList);
+    compare("helpRequested", library.helpRequested(), model.helpRequested);
+    compare("waitBeforeExit", library.waitBeforeExit(), model.waitBeforeExit);
+    for (const model::Field& field : model::fields) {
+        compare(field.name, library.getTestRunInformation().*field.member, model.record.*field.member);
+    }
+    compare("getTdcDravikXmlFilename", library.getTdcDravikXmlFilename(), model.record.tdcDravikXmlFilename);
+
+    compare("C GetApplicationName", OrvexTestCommandLineParser_GetApplicationName(), model.applicationName);
+    compare("C GetXmlFilename", OrvexTestCommandLineParser_GetXmlFilename(), model.xmlFilename);
+    compare("C GetOutputFilename", OrvexTestCommandLineParser_GetOutputFilename(), model.outputFilename);
+    compare("C GetTestPath", OrvexTestCommandLineParser_GetTestPath(), firstTestPath);
+    compare("C GetHelpRequested", OrvexTestCommandLineParser_GetHelpRequested(), model.helpRequested ? 1 : 0);
+    compare("C GetWaitBeforeExit", OrvexTestCommandLineParser_GetWaitBeforeExit(),
+            model.waitBeforeExit ? 1 : 0);
 }
 
-std::optional<std::string> findOutcomeDifference(const Outcome& library, const Outcome& model) {
-    if (library.result == model.result && library.exception == model.exception) {
-        return std::nullopt;
-    }
-    return "result:\n  library: " + toText(library) + "\n  model:   " + toText(model);
+constexpr char untouched = '\xAA';
+
+void compareRecordBuffer(const model::Parser& model, Differences& compare) {
+    constexpr std::size_t margin = 64;
+    const auto [expected, bytes] = model.recordBuffer();
+    static std::string memory;
+    memory.assign(bytes.size() + 2 * margin, untouched);
+    static std::string expectedMemory;
+    expectedMemory = memory;
+    expectedMemory.replace(margin, bytes.size(), bytes);
+    compare("C GetTestRunInformation", OrvexTestCommandLineParser_GetTestRunInformation(&memory[margin]),
+            expected);
+    compare("C record buffer", memory, expectedMemory);
+}
+
+// The library must not write past the size that it is given, nor at all when it refuses.
+void compareHelpBuffer(const char* name, std::size_t size, const std::string& text, Differences& compare) {
+    const bool hasRoom = size > text.size();
+    std::string memory(size + 1, untouched);
+    const std::size_t result =
+        OrvexTestCommandLineParser_GetHelpMessage(name, size == 0 ? nullptr : memory.data(), size);
+    compare("C GetHelpMessage", result, hasRoom ? text.size() : text.size() + 1);
+    const std::string written = hasRoom ? text + '\0' : "";
+    compare("C help buffer", memory, written + std::string(memory.size() - written.size(), untouched));
+}
+
+void compareHelp(const OrvexTestCommandLineParser& library, const model::Parser& model,
+                 Differences& compare) {
+    const std::string text = model.helpMessage("");
+    compare("getHelpMessage of no name", library.getHelpMessage(""), text);
+    compare("getHelpMessage of runner", library.getHelpMessage("runner"), model.helpMessage("runner"));
+    compareHelpBuffer(nullptr, 0, text, compare);
+    compareHelpBuffer(nullptr, text.size(), text, compare);
+    compareHelpBuffer("", text.size() + 1, text, compare);
 }
 
 }  // namespace
 
-std::optional<std::string> findDifference(const Scenario& scenario) {
-    static const std::optional<std::string> applicationDir = findApplicationDir();
+Difference findDifference(const Scenario& scenario) {
+    static const std::string applicationDir = findApplicationDir();
     const std::set<std::string> refused = canRefuseSettings ? scenario.refused : std::set<std::string>();
 
     OrvexTestCommandLineParser& library = newProcessWideParser();
     model::Environment environment = scenario.environment;
-    model::Parser model(environment, applicationDir);
-    if (!refused.empty()) {
-        model.failSetting = [&refused](const std::string& name) { return refused.count(name) != 0; };
-    }
+    model::Parser model(environment, applicationDir, refused);
     const ProcessEnvironment processEnvironment(scenario.environment, refused);
 
-    if (const auto difference = findVisibleDifference(library, model, environment)) {
-        return "before the first call, " + *difference;
-    }
-    for (std::size_t i = 0; i < scenario.calls.size(); ++i) {
-        const Outcome libraryOutcome = playOnLibrary(scenario.calls[i], library);
-        const Outcome modelOutcome = playOnModel(scenario.calls[i], model);
-        std::optional<std::string> difference = findOutcomeDifference(libraryOutcome, modelOutcome);
-        if (!difference) {
-            difference = findVisibleDifference(library, model, environment);
+    for (std::size_t i = 0; i <= scenario.calls.size(); ++i) {
+        Differences compare;
+        if (i > 0) {
+            const Call& call = scenario.calls[i - 1];
+            compare("result", playOnLibrary(call, library), playOnModel(call, model));
         }
-        if (difference) {
-            return "after call " + std::to_string(i + 1) + ", " + *difference;
+        compareAccessors(library, model, compare);
+        compare(ProcessEnvironment::read(), environment);
+        if (compare.text.empty()) {
+            // These hold the same strings once more.
+            compareRecordBuffer(model, compare);
+            compareHelp(library, model, compare);
+        }
+        if (!compare.text.empty()) {
+            return (i == 0 ? "before the first call:\n" : "after call " + std::to_string(i) + ":\n") +
+                   compare.text;
         }
     }
     return std::nullopt;
 }
 
 std::string reportDifference(const Scenario& scenario) {
-    const Scenario smallest =
-        shrink(scenario, [](const Scenario& smaller) { return findDifference(smaller).has_value(); });
-    return findDifference(smallest).value_or("no difference") + "\nin\n" + describe(smallest);
+    const Scenario smallest = scenarioOf(shrink(describe(scenario), [](const std::string& text) {
+        return findDifference(scenarioOf(text)).has_value();
+    }));
+    return findDifference(smallest).value_or("no difference\n") +
+           "in this scenario, which can go into tests/fuzz/corpus/scenario:\n" + describe(smallest);
+}
+
+Difference replayScenario(const std::string& text) {
+    const Scenario scenario = scenarioOf(text);
+    return findDifference(scenario) ? Difference(reportDifference(scenario)) : std::nullopt;
 }
 
 }  // namespace differential

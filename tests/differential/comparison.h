@@ -1,4 +1,4 @@
-// Holds the library to the reference model.
+// Holds the library to the model. Each function returns what differs, or nothing.
 
 #ifndef ORVEX_TESTS_DIFFERENTIAL_COMPARISON_H
 #define ORVEX_TESTS_DIFFERENTIAL_COMPARISON_H
@@ -10,17 +10,31 @@
 
 namespace differential {
 
-// Plays the scenario on a new parser of the library and on one of the model and compares, before the
-// first call and after every call, all that can be observed: the result, every accessor of the class and
-// of the C interface, the record, the usage text, the C buffer, and the whole environment.
-// Returns a description of the first difference; nothing when there is none.
-//
-// The parser of the library is the process-wide one, made anew each time, so that both interfaces show
-// the same object. The process environment is put back at the end. Not for several threads at once.
-std::optional<std::string> findDifference(const Scenario& scenario);
+using Difference = std::optional<std::string>;
 
-// The report of a failing scenario: its smallest form and what differs in it.
+// Plays the scenario on a new parser of the library and on one of the model and compares, before the first
+// call and after every call, all that can be observed: the result, every accessor of the class and of the C
+// interface, the record, the usage text, the C buffers, and the whole environment.
+//
+// The parser of the library is the process-wide one, made anew each time, so that both interfaces show the
+// same object. The process environment is put back at the end. Not for several threads at once.
+Difference findDifference(const Scenario& scenario);
+
+// The same, with the smallest scenario in which anything differs.
 std::string reportDifference(const Scenario& scenario);
+
+// The hidden functions, one by one.
+Difference findTokenizerDifference(const std::string& text);
+Difference findSplitDifference(const std::string& text, char delimiter);
+Difference findConversionDifference(const std::u32string& text, int size);
+Difference findTokenKindDifference(const std::string& token);
+// The variables are those of the process environment.
+Difference findExpansionDifference(const std::string& text, const model::Environment& variables);
+
+// What one input of a fuzzer or one file of its corpus shows.
+Difference replayScenario(const std::string& text);
+Difference replayTokenizer(const std::string& text);
+Difference replayExpansion(const std::string& text);
 
 }  // namespace differential
 

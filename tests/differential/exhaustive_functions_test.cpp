@@ -1,55 +1,27 @@
-// Every short input of the hidden functions.
+// Every short input of the hidden functions, and of the registry in all of its modes.
 
-#include "differential/enumeration.h"
+#include "OrvexTestCommandLineParser.h"
+#include "differential/exhaustive.h"
 #include "differential/process_environment.h"
-#include "environment/expand_environment_references.h"
-#include "environment/split_string.h"
-#include "model/model.h"
-#include "parser/argument_tokenizer.h"
-#include "parser/wide_to_utf8.h"
 
 #include <climits>
-#include <optional>
-#include <stdexcept>
-#include <utility>
 
 namespace {
 
 using namespace differential;
-using Texts = std::vector<std::string>;
 
 TEST(ExhaustiveFunctions, EveryTextToTheTokenizer) {
     Cases cases;
-    const Texts before = {"before"};
-    forEachSequence<std::string>(
-        std::string_view(" \t\"'\\a\n\xFF"), quickOrDeep(5, 7), cases, [&](const std::string& text) {
-            Texts tokens = before;
-            std::string error;
-            try {
-                orvex::splitArgumentString(text, tokens);
-            } catch (const std::runtime_error& exception) {
-                error = exception.what();
-            }
-            std::string expectedError;
-            const std::optional<Texts> expected = model::splitArguments(text, expectedError);
-            cases.hold(tokens == expected.value_or(before) && error == expectedError, [&text, &tokens] {
-                return ::testing::PrintToString(text) + " gives " + ::testing::PrintToString(tokens);
-            });
-        });
+    forEvery(std::string(" \t\"'\\a\n\xFF"), quickOrDeep(5, 7), cases,
+             [&](const std::string& text) { cases(findTokenizerDifference(text)); });
 }
 
 TEST(ExhaustiveFunctions, EveryTextToSplitString) {
     Cases cases;
     const std::string symbols(",:a\xFF\0", 5);
     for (const char delimiter : symbols) {
-        forEachSequence<std::string>(symbols, quickOrDeep(5, 7), cases, [&](const std::string& text) {
-            Texts parts = {"before"};
-            Texts expected = parts;
-            const bool result = orvex::splitString(text.c_str(), delimiter, parts);
-            const bool expectedResult = model::splitString(text.c_str(), delimiter, expected);
-            cases.hold(result == expectedResult && parts == expected,
-                       [&text, &parts] { return ::testing::PrintToString(std::make_pair(text, parts)); });
-        });
+        forEvery(symbols, quickOrDeep(5, 7), cases,
+                 [&](const std::string& text) { cases(findSplitDifference(text, delimiter)); });
     }
 }
 
@@ -60,32 +32,8 @@ TEST(ExhaustiveFunctions, EveryTextToTheReferenceExpansion) {
     const std::set<std::string> refused;
     const ProcessEnvironment environment(variables, refused);
     Cases cases;
-    forEachSequence<std::string>(
-        std::string("$()%AB=\0", 8), quickOrDeep(7, 8), cases, [&](const std::string& text) {
-            std::string expanded = text;
-            const int result = orvex::expandEnvironmentReferences(expanded);
-            const auto expected = model::expand(text, variables);
-            cases.hold(std::make_pair(result, expanded) == expected, [&text, &expanded] {
-                return ::testing::PrintToString(std::make_pair(text, expanded));
-            });
-        });
-}
-
-// Converts into a buffer that is a bit larger than its size says, and compares all of it.
-void holdConversion(Cases& cases, const std::u32string& text, int size) {
-    constexpr std::size_t room = 24;
-    std::wstring wide(text.begin(), text.end());
-    char bytes[room];
-    char expectedBytes[room];
-    std::fill(std::begin(bytes), std::end(bytes), '\xAA');
-    std::fill(std::begin(expectedBytes), std::end(expectedBytes), '\xAA');
-    const int result = orvex::convertWideToUtf8(wide.c_str(), bytes, size);
-    const int expected = model::utf8(text.c_str(), expectedBytes, size);
-    // What a refused conversion leaves in the buffer is compared too, up to the refused sequence.
-    cases.hold(result == expected && std::equal(std::begin(bytes), std::end(bytes), expectedBytes), [&] {
-        return ::testing::PrintToString(wide) + " into " + std::to_string(size) + " bytes gives " +
-               std::to_string(result) + " instead of " + std::to_string(expected);
-    });
+    forEvery(std::string("$()%AB=\0", 8), quickOrDeep(7, 8), cases,
+             [&](const std::string& text) { cases(findExpansionDifference(text, variables)); });
 }
 
 TEST(ExhaustiveFunctions, EveryCodePointToTheConversion) {
@@ -95,8 +43,8 @@ TEST(ExhaustiveFunctions, EveryCodePointToTheConversion) {
         const std::u32string text(1, static_cast<char32_t>(c));
         // Every size from none to one more than the sequence and its terminator need.
         for (int size = 0; size <= 6; ++size) {
-            holdConversion(cases, text, size);
-            holdConversion(cases, U"a" + text + U"b", size + 1);
+            cases(findConversionDifference(text, size));
+            cases(findConversionDifference(U"a" + text + U"b", size + 1));
         }
     }
 }
@@ -105,18 +53,148 @@ TEST(ExhaustiveFunctions, EveryShortTextOfBoundariesToTheConversion) {
     const std::u32string boundaries = {U'a',    0x7F,     0x80,     0x7FF,      0x800,      0xD800,    0xFFFF,
                                        0x10000, 0x10FFFF, 0x110000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
     Cases cases;
-    forEachSequence<std::u32string>(boundaries, quickOrDeep(3, 4), cases, [&](const std::u32string& text) {
-        const std::wstring wide(text.begin(), text.end());
+    forEvery(boundaries, quickOrDeep(3, 4), cases, [&](const std::u32string& text) {
         for (int size = -1; size <= 18; ++size) {
-            holdConversion(cases, text, size);
+            cases(findConversionDifference(text, size));
         }
-        for (const int size : {INT_MIN, -1, 0, 1, INT_MAX}) {
-            const int result = orvex::convertWideToUtf8(wide.c_str(), nullptr, size);
-            cases.hold(result == model::utf8(text.c_str(), nullptr, size), [&wide, size] {
-                return "counting " + ::testing::PrintToString(wide) + " with " + std::to_string(size);
-            });
+        cases(findConversionDifference(text, INT_MIN));
+        cases(findConversionDifference(text, INT_MAX));
+    });
+}
+
+TEST(ExhaustiveTokenKinds, EveryTextOfTheCharactersOfNumbers) {
+    Cases cases;
+    forEvery(std::string("-+0.5eExXinfaN \t"), quickOrDeep(4, 5), cases, [&](const std::string& text) {
+        cases(findTokenKindDifference(text));
+        cases(findTokenKindDifference("-" + text));
+    });
+}
+
+TEST(ExhaustiveTokenKinds, EveryByteAfterADash) {
+    std::string allBytes;
+    for (int byte = 0; byte < 256; ++byte) {
+        allBytes += static_cast<char>(byte);
+    }
+    Cases cases;
+    forEvery(allBytes, 2, cases, [&](const std::string& text) {
+        for (const std::string& token : {text, "-" + text, "-" + text + "5"}) {
+            cases(findTokenKindDifference(token));
         }
     });
 }
+
+// "b" is registered both ways; "ab" and "v" take a value, "m" takes several.
+const Strings tokens = words("'' a - -- -v --v -m -b -u -uv -uvm -vu --uv -ab -v=1 -m=1 -u=v -= -5 7");
+
+// Every name that those tokens can leave in the registry, with dashes in front of some.
+const Strings names = words("'' - -- v -v m --m b u uv uvm vu ab a v=1 m=1 u=v = 1 -= x");
+
+OptionRegistry newRegistry(std::uint32_t mode) {
+    OptionRegistry registry(mode);
+    registry.addValueOptions({"v", "-ab", "b", "--v"});
+    registry.addMultiValueOptions({"--m", "b"});
+    return registry;
+}
+
+model::Registry newModel(std::uint32_t mode) {
+    model::Registry registry(mode);
+    registry.valueOptions = {"v", "ab", "b"};
+    registry.multiValueOptions = {"m", "b"};
+    return registry;
+}
+
+Difference differenceOf(const OptionRegistry& registry, const model::Registry& model) {
+    if (registry.getPositionals() != model.positionals) {
+        return "getPositionals";
+    }
+    for (const std::string& name : names) {
+        const std::string key = model::trimLeadingDashes(name);
+        const auto single = model.values.find(key);
+        if (registry.hasOption(name) != (model.flags.count(key) != 0)) {
+            return "hasOption of \"" + name + "\"";
+        }
+        if (registry.getSingleValue(name) != (single == model.values.end() ? "" : single->second)) {
+            return "getSingleValue of \"" + name + "\"";
+        }
+        if (registry.getJoinedValues(name, "||") != model.getJoinedValues(key, "||")) {
+            return "getJoinedValues of \"" + name + "\"";
+        }
+    }
+    return std::nullopt;
+}
+
+// The queries that cost a stream, and those that a scan does not change.
+Difference furtherDifferenceOf(const OptionRegistry& registry, const model::Registry& model) {
+    for (const std::string& name : names) {
+        const std::string key = model::trimLeadingDashes(name);
+        const bool isMultiValue = model.multiValueOptions.count(key) != 0;
+        const bool hasValue = isMultiValue || model.values.count(key) != 0;
+        const std::istringstream stream = registry.getValue(name);
+        if (stream.str() != model.getText(key) || stream.fail() == hasValue) {
+            return "getValue of \"" + name + "\"";
+        }
+        if (registry.isValueOption(name) != (model.valueOptions.count(key) != 0) ||
+            registry.isMultiValueOption(name) != isMultiValue) {
+            return "registration of \"" + name + "\"";
+        }
+    }
+    for (std::size_t i = 0; i <= model.positionals.size() + 1; ++i) {
+        if (registry.getPositional(i) != (i < model.positionals.size() ? model.positionals[i] : "")) {
+            return "getPositional of " + std::to_string(i);
+        }
+    }
+    for (std::uint32_t bit = 1; bit != 0; bit <<= 1) {
+        if (registry.hasMode(bit) != ((model.mode & bit) != 0)) {
+            return "hasMode of " + std::to_string(bit);
+        }
+    }
+    return std::nullopt;
+}
+
+class ExhaustiveRegistry : public ::testing::TestWithParam<std::uint32_t> {
+protected:
+    // Scans the first tokens as an argument vector and the others as a list.
+    static void hold(Cases& cases, const Strings& list, std::size_t first, bool hasAll) {
+        const auto middle = list.begin() + static_cast<std::ptrdiff_t>(first);
+        auto registry = newRegistry(GetParam());
+        auto model = newModel(GetParam());
+        std::vector<const char*> argv;
+        for (auto token = list.begin(); token != middle; ++token) {
+            argv.push_back(token->c_str());
+        }
+        registry.parseArgv(static_cast<int>(first), argv.data());
+        model.parseTokens(Strings(list.begin(), middle));
+        registry.parseTokens(Strings(middle, list.end()));
+        model.parseTokens(Strings(middle, list.end()));
+        Difference difference = differenceOf(registry, model);
+        if (!difference && hasAll) {
+            difference = furtherDifferenceOf(registry, model);
+        }
+        if (difference) {
+            *difference += " differs in mode " + std::to_string(GetParam()) + " after " +
+                           ::testing::PrintToString(list) + ", " + std::to_string(first) +
+                           " of them as an argument vector";
+        }
+        cases(difference);
+    }
+};
+
+TEST_P(ExhaustiveRegistry, EveryList) {
+    Cases cases;
+    forEvery(tokens, quickOrDeep(3, 4), cases,
+             [&](const Strings& list) { hold(cases, list, 0, list.size() <= 2); });
+}
+
+TEST_P(ExhaustiveRegistry, EveryListInTwoScans) {
+    Cases cases;
+    forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
+        for (std::size_t first = 0; first <= list.size(); ++first) {
+            hold(cases, list, first, false);
+        }
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Mode, ExhaustiveRegistry, ::testing::Range(0U, 16U),
+                         [](const auto& instance) { return std::to_string(instance.param); });
 
 }  // namespace

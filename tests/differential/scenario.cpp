@@ -1,173 +1,164 @@
 #include "differential/scenario.h"
 
+#include <algorithm>
 #include <array>
-#include <utility>
+#include <charconv>
 
 namespace differential {
 namespace {
 
-Call makeCall(Form form, std::vector<std::string> arguments) {
-    Call call;
-    call.form = form;
-    call.arguments = std::move(arguments);
-    return call;
-}
+constexpr std::array<const char*, 6> formNames = {"narrow", "wide", "packed", "NarrowC", "WideC", "variable"};
+constexpr std::size_t mostCalls = 6;
 
-Call makeCall(Form form, std::vector<WideArgument> arguments) {
-    Call call;
-    call.form = form;
-    call.wideArguments = std::move(arguments);
-    return call;
-}
-
-// Escapes of a fixed length, so that what follows is never taken as part of them.
-std::string escaped(std::uint32_t value, int digits, const char* escape) {
-    std::string text = escape;
-    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
-        text += "0123456789abcdef"[(value >> shift) & 0xF];
-    }
-    return text;
-}
-
-std::string octal(unsigned char byte) {
-    std::string text = "\\";
-    for (const int shift : {6, 3, 0}) {
-        text += static_cast<char>('0' + ((byte >> shift) & 7));
-    }
-    return text;
-}
-
-bool isPlain(std::uint32_t c) {
-    return c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
-}
-
-std::string quotedWide(const std::u32string& text) {
-    std::string literal = "U\"";
-    for (const char32_t c : text) {
-        const auto value = static_cast<std::uint32_t>(c);
-        if (isPlain(value)) {
-            literal += static_cast<char>(value);
-        } else if (value == '"' || value == '\\') {
-            literal += std::string("\\") + static_cast<char>(value);
+template <typename Text>
+std::string escape(const Text& text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c =
+            static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<typename Text::value_type>>(text[i]));
+        // A backslash is escaped where it would be taken for the beginning of an escape.
+        const bool isAmbiguous =
+            c == '\\' && i + 1 < text.size() && text[i + 1] < 0x7F &&
+            std::string_view("0123456789abcdefABCDEFn").find(static_cast<char>(text[i + 1])) !=
+                std::string_view::npos;
+        if (c >= 0x20 && c < 0x7F && !isAmbiguous) {
+            result += static_cast<char>(c);
         } else {
-            // A universal character name cannot stand for all of these values; end the literal behind it,
-            // so that a digit that follows is not taken as part of it.
-            literal += escaped(value, 8, "\\x") + "\" U\"";
+            std::array<char, 8> digits{};
+            char* const end = std::to_chars(digits.begin(), digits.end(), c, 16).ptr;
+            std::transform(digits.begin(), end, digits.begin(),
+                           [](char d) { return d >= 'a' ? d - 'a' + 'A' : d; });
+            result += '\\' + std::string(digits.begin(), end) + ';';
         }
     }
-    return literal + "\"";
+    return result;
 }
 
-template <typename Items, typename Write>
-std::string braced(const Items& items, const Write& write) {
-    std::string text = "{";
-    for (const auto& item : items) {
-        text += (text.size() > 1 ? ", " : "") + write(item);
+template <typename Text>
+Text unescape(std::string_view text) {
+    using Character = std::make_unsigned_t<typename Text::value_type>;
+    Text result;
+    while (!text.empty()) {
+        std::uint32_t c = static_cast<unsigned char>(text[0]);
+        std::size_t length = 1;
+        if (text[0] == '\\') {
+            std::uint32_t number = 0;
+            const char* const end = text.data() + text.size();
+            const auto [next, error] = std::from_chars(text.data() + 1, end, number, 16);
+            if (error == std::errc() && next != end && *next == ';' &&
+                static_cast<Character>(number) == number) {
+                c = number;
+                length = static_cast<std::size_t>(next - text.data()) + 1;
+            }
+        }
+        result += static_cast<typename Text::value_type>(c);
+        text.remove_prefix(length);
     }
-    return text + "}";
+    return result;
 }
 
-std::string describeText(const std::string& text) {
-    return quoted(text);
+Call callOf(std::string_view text) {
+    Call call;
+    for (std::size_t form = 0; form < formNames.size(); ++form) {
+        if (!text.empty() && text[0] == *formNames[form]) {
+            call.form = static_cast<Form>(form);
+        }
+    }
+    text.remove_prefix(std::min(text.find_first_of("*-0123456789"), text.size()));
+    if (!text.empty() && text[0] == '*') {
+        call.isNull = true;
+        text.remove_prefix(1);
+    }
+    int count = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), count).ec == std::errc()) {
+        call.count = count;
+    }
+    return call;
 }
 
-std::string describeWide(const WideArgument& argument) {
-    return argument ? quotedWide(*argument) : "std::nullopt";
+void addVariable(std::string_view text, Scenario& scenario) {
+    auto variable = unescape<std::string>(text);
+    variable.erase(std::min(variable.find('\0'), variable.size()));
+    const std::size_t equals = variable.find('=');
+    if (equals != 0 && equals != std::string::npos) {
+        scenario.environment[variable.substr(0, equals)] = variable.substr(equals + 1);
+    }
+}
+
+void addArgument(std::string_view text, Call& call) {
+    if (!call.isWide()) {
+        call.arguments.emplace_back(unescape<std::string>(text));
+    } else if (text == "\\null") {
+        call.wideArguments.emplace_back();
+    } else {
+        call.wideArguments.emplace_back(unescape<std::u32string>(text));
+    }
 }
 
 }  // namespace
 
-Call narrow(std::vector<std::string> arguments) {
-    return makeCall(Form::Narrow, std::move(arguments));
+std::string escaped(const std::string& text) {
+    return escape(text);
 }
 
-Call wide(std::vector<WideArgument> arguments) {
-    return makeCall(Form::Wide, std::move(arguments));
-}
-
-Call packed(std::vector<std::string> arguments) {
-    return makeCall(Form::Packed, std::move(arguments));
-}
-
-Call cNarrow(std::vector<std::string> arguments) {
-    return makeCall(Form::CNarrow, std::move(arguments));
-}
-
-Call cWide(std::vector<WideArgument> arguments) {
-    return makeCall(Form::CWide, std::move(arguments));
-}
-
-Call variable(std::string name, std::string programName) {
-    return makeCall(Form::Variable, std::vector<std::string>{std::move(name), std::move(programName)});
-}
-
-Call withCount(Call call, int count) {
-    call.count = count;
-    return call;
-}
-
-Call withNull(Call call, int count) {
-    call.nullArguments = true;
-    call.count = count;
-    return call;
-}
-
-std::string quoted(const std::string& text) {
-    std::string literal = "\"";
+Strings words(std::string_view text, char separator) {
+    Strings list(1);
     for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (isPlain(byte)) {
-            literal += c;
-        } else if (c == '"' || c == '\\') {
-            literal += std::string("\\") + c;
-        } else if (c == '\t') {
-            literal += "\\t";
-        } else if (c == '\n') {
-            literal += "\\n";
+        if (c == separator) {
+            list.emplace_back();
         } else {
-            literal += octal(byte);
+            list.back() += c;
         }
     }
-    return literal + "\"";
-}
-
-std::string describe(const Call& call) {
-    static constexpr std::array<const char*, 6> functions = {"narrow",  "wide",  "packed",
-                                                             "cNarrow", "cWide", "variable"};
-    std::string text = functions[static_cast<std::size_t>(call.form)];
-    if (call.form == Form::Wide || call.form == Form::CWide) {
-        text += "(" + braced(call.wideArguments, describeWide) + ")";
-    } else if (call.form == Form::Variable) {
-        std::vector<std::string> both = call.arguments;
-        both.resize(2);
-        text += "(" + quoted(both[0]) + ", " + quoted(both[1]) + ")";
-    } else {
-        text += "(" + braced(call.arguments, describeText) + ")";
-    }
-    if (call.nullArguments) {
-        return "withNull(" + text + ", " + std::to_string(call.count.value_or(0)) + ")";
-    }
-    return call.count ? "withCount(" + text + ", " + std::to_string(*call.count) + ")" : text;
+    std::replace(list.begin(), list.end(), std::string("''"), std::string());
+    return list;
 }
 
 std::string describe(const Scenario& scenario) {
-    std::string text = "Scenario scenario;\n";
-    if (!scenario.environment.empty()) {
-        text += "scenario.environment = " +
-                braced(scenario.environment,
-                       [](const auto& item) {
-                           return "{" + quoted(item.first) + ", " + quoted(item.second) + "}";
-                       }) +
-                ";\n";
+    std::string text;
+    for (const auto& [name, value] : scenario.environment) {
+        text += "=" + escape(name + "=" + value) + "\n";
     }
-    if (!scenario.refused.empty()) {
-        text += "scenario.refused = " + braced(scenario.refused, describeText) + ";\n";
+    for (const std::string& name : scenario.refused) {
+        text += "!" + escape(name) + "\n";
     }
-    text += "scenario.calls = {";
     for (const Call& call : scenario.calls) {
-        text += "\n    " + describe(call) + ",";
+        text += std::string(">") + formNames[static_cast<std::size_t>(call.form)] + (call.isNull ? "*" : "") +
+                (call.count ? std::to_string(*call.count) : "") + "\n";
+        for (const std::string& argument : call.arguments) {
+            text += " " + escape(argument) + "\n";
+        }
+        for (const WideArgument& argument : call.wideArguments) {
+            text += " " + (argument ? escape(*argument) : "\\null") + "\n";
+        }
     }
-    return text + "\n};\n";
+    return text;
+}
+
+Scenario scenarioOf(std::string_view text) {
+    Scenario scenario;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        const char kind = line.empty() ? ' ' : line[0];
+        const std::string_view rest = line.substr(line.empty() ? 0 : 1);
+        if (kind == '=') {
+            addVariable(rest, scenario);
+        } else if (kind == '!') {
+            scenario.refused.insert(unescape<std::string>(rest));
+        } else if (kind == '>') {
+            if (scenario.calls.size() == mostCalls) {
+                break;
+            }
+            scenario.calls.push_back(callOf(rest));
+        } else {
+            if (scenario.calls.empty()) {
+                scenario.calls.emplace_back();
+            }
+            addArgument(kind == ' ' ? rest : line, scenario.calls.back());
+        }
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+    }
+    return scenario;
 }
 
 }  // namespace differential

@@ -1,72 +1,80 @@
-// A whole use of the parser as data: the environment before, and the calls made on one parser.
+// A whole use of the parser as data: the calls made on one parser, and the environment before them.
 
 #ifndef ORVEX_TESTS_DIFFERENTIAL_SCENARIO_H
 #define ORVEX_TESTS_DIFFERENTIAL_SCENARIO_H
 
-#include <cstddef>
+#include "model/model.h"
+
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace differential {
 
+using model::Strings;
+using model::WideArgument;
+
 // The first five are the entry forms, of the class and of the C interface; the last one is
 // ParseArgsFromEnvironmentVariable.
-enum class Form { Narrow, Wide, Packed, CNarrow, CWide, Variable };
+enum class Form { Narrow, Wide, Packed, NarrowC, WideC, Variable };
 
-using WideArgument = std::optional<std::u32string>;
-
-// One call that parses something.
 struct Call {
     Form form = Form::Narrow;
-    // Of the narrow forms; of Packed, where each text is followed by a zero byte; of Variable, where they
-    // are the name of the variable and the program name. Texts end at their first zero byte.
-    std::vector<std::string> arguments;
-    // Of the wide forms. No value stands for a null pointer.
-    std::vector<WideArgument> wideArguments;
+    // Of the narrow forms; of Packed, where a zero byte follows each; of Variable, where they are the names
+    // of the variable and of the program. A zero byte ends them like any other string.
+    Strings arguments = {};
+    // Of the wide forms.
+    std::vector<WideArgument> wideArguments = {};
     // When it is not the number of arguments: fewer (also below 0), and with Packed also more.
-    std::optional<int> count;
-    // Pass a null pointer for the argument vector, or for the name of the variable.
-    bool nullArguments = false;
+    std::optional<int> count = {};
+    // Pass a null pointer for the arguments, or for the name of the variable.
+    bool isNull = false;
+
+    bool isWide() const {
+        return form == Form::Wide || form == Form::WideC;
+    }
 };
 
 struct Scenario {
-    // The whole process environment before the first call. Names hold no "=" and are not empty.
-    std::map<std::string, std::string> environment;
-    // The variables that the platform refuses to set.
-    std::set<std::string> refused;
     std::vector<Call> calls;
+    // The whole process environment before the first call. Names hold no "=" and are not empty.
+    std::map<std::string, std::string> environment = {};
+    // The variables that the platform refuses to set.
+    std::set<std::string> refused = {};
 };
 
-Call narrow(std::vector<std::string> arguments);
-Call wide(std::vector<WideArgument> arguments);
-Call packed(std::vector<std::string> arguments);
-Call cNarrow(std::vector<std::string> arguments);
-Call cWide(std::vector<WideArgument> arguments);
-Call variable(std::string name, std::string programName);
-// The call with another count, or with a null pointer for its arguments.
-Call withCount(Call call, int count);
-Call withNull(Call call, int count);
-
-// The scenario as C++ text made of the functions above, which can be pasted into a test.
+// A scenario as text, which is what a difference prints and what the fuzz corpus holds. The first byte of a
+// line gives its kind:
+//
+//   =NAME=VALUE   a variable of the environment
+//   !NAME         a variable that the platform refuses to set
+//   >FORM         a call: narrow, wide, packed, NarrowC, WideC or variable, of which the first letter is
+//   read. A "*"
+//                 after it passes a null pointer for the arguments, and a number passes that count:
+//                 >narrow*-1
+//   anything else an argument of the last call. A blank in front is not part of it.
+//
+// "\1F600;" stands for the byte or the code point of that number, and the wide argument "\null" for a null
+// pointer. Any text is a scenario; calls after the sixth are ignored.
 std::string describe(const Scenario& scenario);
-std::string describe(const Call& call);
-// A text as a C++ literal.
-std::string quoted(const std::string& text);
+Scenario scenarioOf(std::string_view text);
 
-// The scenario that belongs to a seed. The same seed gives the same scenario on every platform.
+// The bytes as they stand in such a text.
+std::string escaped(const std::string& text);
+
+// The words between the separators; '' is the empty one.
+Strings words(std::string_view text, char separator = ' ');
+
+// The smallest text that still fails, found by taking parts away from one that does.
+std::string shrink(const std::string& text, const std::function<bool(const std::string&)>& fails);
+
+// A random scenario. The same seed gives the same one on every platform.
 Scenario scenarioFromSeed(std::uint64_t seed);
-
-// The scenario that a fuzzer's bytes stand for. Every input is a valid scenario; the empty input is one
-// call without arguments.
-Scenario scenarioFromBytes(const std::uint8_t* data, std::size_t size);
-
-// The smallest scenario that still fails, found by taking parts away from one that does.
-Scenario shrink(Scenario scenario, const std::function<bool(const Scenario&)>& fails);
 
 }  // namespace differential
 
