@@ -4,6 +4,7 @@
 #include "OrvexTestCommandLineParserC.h"
 #include "differential/differences.h"
 #include "differential/process_environment.h"
+#include "support/parser_snapshot.h"
 
 #include <dlfcn.h>
 
@@ -158,8 +159,8 @@ void compareAccessors(const OrvexTestCommandLineParser& library, const model::Pa
     compare("getTlList", library.getTlList(), model.tlList);
     compare("helpRequested", library.helpRequested(), model.helpRequested);
     compare("waitBeforeExit", library.waitBeforeExit(), model.waitBeforeExit);
-    for (const model::Field& field : model::fields) {
-        compare(field.name, library.getTestRunInformation().*field.member, model.record.*field.member);
+    for (const RecordField& row : recordFields) {
+        compare(row.name, library.getTestRunInformation().*row.field, model.record.*row.field);
     }
     compare("getTdcDravikXmlFilename", library.getTdcDravikXmlFilename(), model.record.tdcDravikXmlFilename);
 

@@ -1,6 +1,7 @@
 #include "model/model.h"
 
 #include "support/known_options.h"
+#include "support/parser_snapshot.h"
 
 #include <algorithm>
 #include <locale>
@@ -274,27 +275,6 @@ int utf8(const char32_t* source, char* destination, int destinationSize) {
     }
 }
 
-const std::vector<Field> fields = {
-    {"group", &TestRunInformation::group},
-    {"guid", &TestRunInformation::guid},
-    {"runName", &TestRunInformation::runName},
-    {"runDescription", &TestRunInformation::runDescription},
-    {"product", &TestRunInformation::product},
-    {"fixedZero", &TestRunInformation::fixedZero},
-    {"userId", &TestRunInformation::userId},
-    {"vcsRevision", &TestRunInformation::vcsRevision},
-    {"vcsBranch", &TestRunInformation::vcsBranch},
-    {"secondVcsRevision", &TestRunInformation::secondVcsRevision},
-    {"secondVcsBranch", &TestRunInformation::secondVcsBranch},
-    {"pcName", &TestRunInformation::pcName},
-    {"osName", &TestRunInformation::osName},
-    {"transportLayers", &TestRunInformation::transportLayers},
-    {"tdcDravikXmlFilename", &TestRunInformation::tdcDravikXmlFilename},
-    {"testName", &TestRunInformation::testName},
-    {"osType", &TestRunInformation::osType},
-    {"bit", &TestRunInformation::bit},
-};
-
 Parser::Parser(Environment& environment, std::string applicationDir, std::set<std::string> refused)
     : environment(environment),
       applicationDir(std::move(applicationDir)),
@@ -491,7 +471,7 @@ std::string Parser::helpMessage(const std::string& name) const {
 std::pair<int, std::string> Parser::recordBuffer() const {
     std::string bytes(4096, '\0');
     for (std::size_t slot = 0; slot < 16; ++slot) {
-        const std::string& text = record.*fields[slot].member;
+        const std::string& text = record.*recordFields[slot].field;
         if (text.size() >= 256) {
             return {0, bytes};
         }

@@ -59,13 +59,6 @@ std::pair<int, std::string> expand(const std::string& text, const Environment& e
 // Source and destination may be null.
 int utf8(const char32_t* source, char* destination, int destinationSize);
 
-struct Field {
-    const char* name;
-    std::string TestRunInformation::*member;
-};
-// All eighteen, in order.
-extern const std::vector<Field> fields;
-
 class Parser {
 public:
     // Settings of the refused variables fail. The parser keeps a reference to the environment.
