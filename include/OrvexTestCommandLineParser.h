@@ -22,14 +22,13 @@
 ///   the four numbers.
 /// - Parse reports failure by returning false. It prints nothing and keeps what it had done so far.
 /// - A reference that an accessor returns stays valid as long as the parser lives, and a later Parse
-///   changes what it refers to. Only a reference to a single test path ends with the next Parse.
+///   may change what it refers to. Only a reference to a single test path ends with the next Parse.
 /// - Nothing here is locked. Parse writes the process environment, which all threads share.
 /// - The classes hold standard containers by value: build a program with the standard library and with
 ///   the version of this header that the library was built with. `_GLIBCXX_USE_CXX11_ABI=0` and
-///   `_GLIBCXX_DEBUG` change the containers, so that a program would link and then write beyond the
-///   object. They do not compile, unless ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS is
-///   defined, which says that the library was built with the same settings.
-/// - Copies are independent.
+///   `_GLIBCXX_DEBUG` change the containers of libstdc++, so that a program can link and then write beyond
+///   the object. This header refuses both, unless
+///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS is defined: the library was built so, too.
 ///
 /// Usable from C++11 on. C programs, and C++ programs that want the one process-wide parser, use
 /// OrvexTestCommandLineParserC.h.
@@ -46,8 +45,8 @@
 #include <string>
 #include <vector>
 
-#ifndef ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS
-#if defined(_GLIBCXX_DEBUG) || (defined(_GLIBCXX_USE_CXX11_ABI) && !_GLIBCXX_USE_CXX11_ABI)
+#if defined(__GLIBCXX__) && !defined(ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS)
+#if defined(_GLIBCXX_DEBUG) || !_GLIBCXX_USE_CXX11_ABI
 #error \
     "These containers are not those of the library. If it was built with the same settings, define \
 ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS."
@@ -98,8 +97,8 @@ class OptionRegistry {
 public:
     /// Bits of the mode word, which varies the grammar.
     enum Mode : std::uint32_t {
-        /// An unregistered option is a flag, and a token after it stands for itself. This is how it
-        /// is whenever UnknownTakesValue is clear; the bit only gives the plain mode a name.
+        /// An unregistered option takes no value from the next token, which is an argument of its own.
+        /// This holds whenever UnknownTakesValue is clear; the bit only gives the plain mode a name.
         UnknownAsFlag = 1,
         /// An unregistered option takes a following token that is not an option as its value.
         UnknownTakesValue = 2,
@@ -121,7 +120,7 @@ public:
         std::size_t size;   ///< in bytes
     };
 
-    /// mode: any combination of the Mode bits. Nothing is registered, and nothing was scanned yet.
+    /// mode: any combination of the Mode bits. Nothing is registered, and nothing has been scanned yet.
     explicit OptionRegistry(std::uint32_t mode);
 
     /// Registers options that take a value and keep the last one given.
@@ -144,13 +143,13 @@ public:
     /// Whether the option was given without a value. An option given with one does not count.
     bool hasOption(Name name) const;
 
-    /// A stream over the option's value: the last value of a value option, or all values of a
-    /// multi-value option joined by one blank (an empty string when there are none). For an option
-    /// without a value, an empty stream that has already failed.
+    /// A stream over the option's value: the last one, or all values of a multi-value option joined by
+    /// one blank (an empty string when there are none). For an option without a value, an empty stream
+    /// that has already failed.
     std::istringstream getValue(Name name) const;
 
-    /// The last value of a value option; an empty string for an option without a value, and for a
-    /// multi-value option. Valid as long as the registry; a scan may change it.
+    /// The last value of an option that is not a multi-value option; an empty string when there is none.
+    /// Valid as long as the registry; a scan may change it.
     const std::string& getSingleValue(Name name) const;
 
     /// All values of a multi-value option with the separator between them; empty when there are none.
@@ -177,8 +176,8 @@ public:
     bool hasMode(std::uint32_t bit) const;     ///< whether the mode word has the bit
 
 private:
-    // What follows is no part of the interface. It stands here because the parser holds a registry by
-    // value, so that a program must know the size of both.
+    // What follows is not part of the interface. It is here because the parser holds a registry by value,
+    // so that a program must know the size of both.
     class Store;
 
     // Shorter names come first: names differ in length more often than not, and then no byte is read.
@@ -212,6 +211,10 @@ public:
     /// Releases the memory and does nothing else: the environment stays as Parse left it.
     ~OrvexTestCommandLineParser();
 
+    /// A copy is independent of its original.
+    OrvexTestCommandLineParser(const OrvexTestCommandLineParser&) = default;
+    OrvexTestCommandLineParser& operator=(const OrvexTestCommandLineParser&) = default;  ///< as above
+
     /// Parses the arguments in ORVEX_TEST_ARGS, then argv, then the arguments in `_ORVEX_TEST_ARGS_`,
     /// and acts on them. Of several values of an option the last one counts; transport layers (-tl),
     /// properties (-p) and test paths are collected in that order.
@@ -230,17 +233,18 @@ public:
     ///     _ORVEX_TEST_ARGS_ has one          the other sources are scanned; no accessor has changed
     ///     -socketbuffer does not begin with  the accessors have their new values, except for the record;
     ///     a decimal digit                    no variable is set
-    ///     -packetsize, -packetdelay or       as above, and the variables before its own in the list below
-    ///     -camemu does not                   are set
-    ///     a variable of the list up to       as above
+    ///     -packetsize, -packetdelay or       the accessors likewise; the variables before its own in the
+    ///     -camemu does not                   list below are set
+    ///     a variable of the list up to       the same
     ///     TEST_PROPERTIES cannot be set
-    ///     GENICAM_GENTL64_PATH needs the     as above
+    ///     GENICAM_GENTL64_PATH needs the     the same
     ///     SDK's directory: it is not found
     ///     memory runs out                    the steps before
     ///
-    /// Two places do without memory: GENICAM_GENTL64_PATH is then set with its references unexpanded; and
-    /// where libstdc++ tests whether a token such as "-5" is a number, it reports every exception, one
-    /// that is not a std::exception included, as "no", so that the token becomes an option.
+    /// Two failures go unnoticed. When there is no memory to expand GENICAM_GENTL64_PATH, it is set with its
+    /// references as they are. And while the standard library reads a number such as "-5" from its stream,
+    /// it takes any exception, one that is not a std::exception included, for "no number": the token then
+    /// counts as an option.
     ///
     /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and, for
     /// GENICAM_GENTL64_PATH, that variable and those that the new search path names as `%NAME%` or `$(NAME)`.
@@ -273,7 +277,7 @@ public:
     ///     TRANSPORT_LAYER             the -tl values joined by one blank
     ///
     /// An empty value counts as none. Apart from the first and from ORVEX_GIGE_STREAM_GEVSCPS, a variable
-    /// without a value is left as it was. From GENICAM_GENTL64_PATH on, one that cannot be set is ignored.
+    /// without a value is left as it was. From GENICAM_GENTL64_PATH on, a failure to set one is ignored.
     ///
     /// A second Parse adds to what the first one scanned: options that it lacks apply again, and the
     /// test paths of the first call are in the list twice.
@@ -350,7 +354,7 @@ public:
     /// The name of the report file of the test data collector, -tdc_dxml.
     const std::string& getTdcDravikXmlFilename() const noexcept;
 
-    /// A text that explains the command line: several lines, without a line end after the last.
+    /// The usage text: several lines, without a line end after the last.
     /// - applicationName: the program name at its head, copied whole, zero bytes included; if it is empty,
     ///     getApplicationName() is used.
     /// - Errors: throws std::bad_alloc when memory runs out.

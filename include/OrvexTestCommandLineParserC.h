@@ -16,8 +16,8 @@
  * Conventions:
  * - A function that returns int returns 1 for success or yes and 0 for failure or no.
  * - A string that a function returns belongs to the parser: it is zero-terminated, never null, and must
- *   be neither changed nor freed. It is valid until the next parse, and not after exit handlers began to
- *   run or the library was unloaded. Before the first parse it is empty.
+ *   be neither changed nor freed. It is valid until the next parse, and not after exit handlers have
+ *   begun to run or the library has been unloaded. Before the first parse it is empty.
  * - The parser is destroyed by an exit handler. Call no function from an exit handler or a destructor of
  *   a static object that may run later than that one, nor after dlclose.
  * - Parse before other threads start. Apart from the creation of the parser, nothing is locked.
@@ -25,7 +25,7 @@
  *   while the parser is created, the next call tries again.
  * - Only the two parse functions read or write environment variables.
  *
- * Usable from C99 and C++ on. */
+ * Usable from C99 on, and from C++. */
 
 #ifndef ORVEX_TEST_COMMAND_LINE_PARSER_C_H
 #define ORVEX_TEST_COMMAND_LINE_PARSER_C_H
@@ -77,7 +77,7 @@ ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetWaitBefo
 /** Whether one of -?, -h, -H and -help was given. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetHelpRequested(void);
 
-/** Copies a text that explains the command line.
+/** Copies the usage text.
  * - applicationName: the program name at its head; null or empty: what
  *     OrvexTestCommandLineParser_GetApplicationName returns.
  * - buffer: where the text goes, or null.

@@ -9,14 +9,7 @@
 namespace orvex {
 namespace {
 
-struct Free {
-    void operator()(char* memory) const {
-        std::free(memory);
-    }
-};
-
-// Stands for this library in the dynamic loader's eyes. An exported function would not do: where a
-// program that is not position-independent takes its address, that address lies in the program.
+// Identifies this library to dladdr. An object, because the address of a function would need a cast.
 constexpr char libraryAnchor = 0;
 
 }  // namespace
@@ -33,7 +26,7 @@ std::string getApplicationDir() {
         path += "/../../../..";
     }
 
-    const std::unique_ptr<char, Free> resolved(realpath(path.c_str(), nullptr));
+    const std::unique_ptr<char, void (*)(void*)> resolved(realpath(path.c_str(), nullptr), std::free);
     if (resolved == nullptr) {
         throw std::runtime_error("OrvexTestCommandLineParser::getApplicationDir> realpath() failed");
     }

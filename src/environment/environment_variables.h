@@ -1,4 +1,4 @@
-// The process environment, as the whole library reads and writes it.
+// Reading and setting environment variables.
 
 #ifndef ORVEX_ENVIRONMENT_VARIABLES_H
 #define ORVEX_ENVIRONMENT_VARIABLES_H

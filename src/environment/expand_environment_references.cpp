@@ -8,7 +8,7 @@
 namespace orvex {
 namespace {
 
-// In a text of one or two bytes a "%" can only stand for itself, and "$$" stays as it is.
+// In a string of one or two bytes a "%" can only stand for itself, and "$$" stays as it is.
 int expandShortText(std::string& text) {
     if (text == "%") {
         text = "%%";
@@ -34,7 +34,7 @@ int expandLongText(std::string& text) {
     output.reserve(4 * text.size());
     int count = 0;
     std::size_t i = 0;
-    // Once a search for a closing byte has failed, so would every later one.
+    // Once a search for the closing parenthesis has failed, so would every later one.
     bool mayCloseParenthesis = true;
     while (i < source.size()) {
         const char c = source[i];

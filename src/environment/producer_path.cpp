@@ -14,7 +14,7 @@ void exportProducerPath(const std::string& tlList) {
     const std::string libraries = getApplicationDir() + "/Frameworks/orvex.framework/Libraries";
     std::string path =
         libraries + "/gentlproducer/gtl:" + libraries + "/orvexCXP/bin:$(GENICAM_GENTL64_PATH)";
-    // Expanded as a whole, in which the directory stands twice: a "%" in its name pairs with its copy.
+    // The path is expanded as a whole and holds the directory twice: a "%" in its name pairs with its copy.
     expandEnvironmentReferences(path);
     setEnvironmentVariable("GENICAM_GENTL64_PATH", path);
 }

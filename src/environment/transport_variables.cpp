@@ -61,10 +61,7 @@ bool exportNumberUnlessEmpty(const char* name, const std::string& value) {
 bool defineExtraTransportLayer() {
     constexpr const char* name = "ORVEX_GTC_USE_EXTRA_TL";
     std::string ignored;
-    if (getEnvironmentVariable(name, ignored)) {
-        return true;
-    }
-    return setEnvironmentVariable(name, "1");
+    return getEnvironmentVariable(name, ignored) || setEnvironmentVariable(name, "1");
 }
 
 }  // namespace

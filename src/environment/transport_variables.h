@@ -8,7 +8,7 @@
 
 namespace orvex {
 
-// What the options ask for; an empty string means that the option was not given.
+// What the options ask for; an empty string means that the option has no value.
 struct TransportOptions {
     const std::string& tlList;           // all -tl values, joined by ","
     const std::string& cameraEmulation;  // -camemu
@@ -18,9 +18,9 @@ struct TransportOptions {
     const std::string& properties;       // all -p values, joined by " "
 };
 
-// Sets the variables. Checks and settings alternate in a fixed order, so that false (a number
-// that does not begin with a digit, a variable that cannot be set) leaves all earlier variables set
-// and all later ones alone.
+// Sets the variables. Checks and settings alternate in a fixed order, so that false (a number that does
+// not begin with a digit, a variable that cannot be set) leaves all earlier variables set and all later
+// ones alone. The socket buffer is checked before the first variable is set.
 bool exportTransportVariables(const TransportOptions& options);
 
 }  // namespace orvex

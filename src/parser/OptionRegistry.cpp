@@ -9,7 +9,7 @@ namespace {
 
 using orvex::withoutLeadingDashes;
 
-// Registered names are few: a walk along a list costs less than a tree, to build and to search.
+// Registered names are few: a linear search costs less than a tree, which must also be built.
 void registerNames(std::initializer_list<const char*> names, std::vector<std::string>& list) {
     list.reserve(list.size() + names.size());
     for (const char* name : names) {

@@ -71,7 +71,7 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
     } catch (const std::exception&) {
         return false;
     } catch (...) {
-        // Not left to noexcept: without optimisation, g++ 12 lets an exception pass that no handler names.
+        // Not left to noexcept: without optimisation, g++ 12 lets an exception through that no handler names.
         std::terminate();  // GCOVR_EXCL_LINE: the counts are lost with the process
     }
 }

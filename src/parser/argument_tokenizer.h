@@ -8,7 +8,7 @@
 
 namespace orvex {
 
-// Replaces tokens by the arguments in the text: spaces and tabs separate, both kinds of quotes group, and
+// Replaces tokens with the arguments in the text: spaces and tabs separate, both kinds of quotes group, and
 // a backslash takes the next byte literally. Throws std::runtime_error, with tokens as they were, when
 // a quote is not closed.
 void splitArgumentString(const std::string& text, std::vector<std::string>& tokens);

@@ -2,7 +2,7 @@
 
 namespace {
 
-// Fixed byte for byte, on purpose with all that looks like a slip in it.
+// Fixed byte for byte; what looks like a slip is kept on purpose.
 constexpr char usage[] =
     "[-?] [-camemu n] [-o filename] [-p <property=value>...] [-packetdelay n] [-packetsize <n>] "
     "[-socketbuffer <n>] [-tl <deviceclass>...] [-w] [-x <filename>] [<testpath>...]\n"

@@ -11,7 +11,7 @@
 
 namespace orvex {
 
-// The text without its leading dashes; unchanged when it holds nothing but dashes.
+// The string without its leading dashes; unchanged when it holds nothing but dashes.
 inline std::string_view withoutLeadingDashes(std::string_view text) {
     const std::size_t start = text.find_first_not_of('-');
     return start == std::string_view::npos ? text : text.substr(start);
@@ -22,8 +22,8 @@ bool isNumber(std::string_view token);
 
 // Whether the token begins with a dash and is not a number.
 inline bool isOptionToken(std::string_view token) {
-    // After the sign, every standard library expects a digit, a point, or the first letter of "inf" or
-    // "nan". To look at that byte first spares most options the cost of a stream.
+    // After the sign, every standard library expects a digit, a decimal point, or the first letter of "inf"
+    // or "nan". Looking at that byte first spares most options the cost of a stream.
     constexpr std::string_view startOfNumber = "0123456789.iInN";
     return !token.empty() && token.front() == '-' &&
            !(token.size() > 1 && startOfNumber.find(token[1]) != std::string_view::npos && isNumber(token));
@@ -39,7 +39,7 @@ inline bool isOptionToken(std::string_view token) {
 //     inlineValue(name, value)    an option, and its value after a "=" in the same token
 //
 // and is asked hasPositionals(), isValueOption(name), isMultiValueOption(name) and, for each bit of
-// OptionRegistry::Mode, hasMode(bit). All strings are parts of the tokens.
+// OptionRegistry::Mode, hasMode(bit). All strings are views into the tokens.
 template <typename Visitor>
 class OptionScanner {
 public:

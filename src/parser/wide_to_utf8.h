@@ -9,7 +9,8 @@ namespace orvex {
 // Surrogates are encoded like any other code point.
 //
 // source: zero-terminated. destination: where the bytes go, or null to count them only.
-// destinationSize: the size of destination in bytes; ignored when destination is null.
+// destinationSize: the size of destination in bytes, not negative;
+//     otherwise ignored when destination is null.
 // Result: the number of bytes, the terminating zero included; -1 when source is null or
 //     destinationSize is negative; -2 when a code point lies above 0x10FFFF, when the end of the
 //     buffer would cut a sequence in two, or when the number of bytes does not fit an int.

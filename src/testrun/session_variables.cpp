@@ -24,7 +24,7 @@ constexpr SessionVariable sessionVariables[] = {
     {"tdc_vcsbranch", "VCS_BRANCH"},
 };
 
-// A variable that cannot be set does not end the parse, other than those of the SDK.
+// Unlike for the transport variables, a failure to set one does not end the parse.
 void exportUnlessEmpty(const char* name, const std::string& value) {
     if (!value.empty()) {
         setEnvironmentVariable(name, value);

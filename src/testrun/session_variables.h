@@ -7,8 +7,8 @@
 
 namespace orvex {
 
-// Sets the variable of each reporting option that has a value. All others stay as they are, and one
-// that cannot be set is ignored.
+// Sets the variable of each reporting option, and that of -tl, if it has a value. All others stay as they
+// are, and a failure to set one is ignored.
 void exportSessionVariables(const OptionRegistry& options);
 
 }  // namespace orvex
