@@ -49,7 +49,7 @@ need_packages() {
 
 need_homebrew_packages() {
     if ! command -v cmake >/dev/null || ! command -v ninja >/dev/null; then
-        echo 'Missing tools. Install them: brew install cmake ninja googletest google-benchmark nlohmann-json' >&2
+        echo 'Missing tools. Install them: brew install cmake ninja googletest google-benchmark nlohmann-json fmt' >&2
         exit 1
     fi
 }

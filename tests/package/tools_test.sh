@@ -8,6 +8,6 @@ mv "$work/first" "$work/moved"
 program=$work/moved/bin/show_arguments
 
 "$program" -o result.txt >"$work/output"
-grep -qE '^ +output file +result\.txt$' "$work/output" || fail 'show_arguments shows what it was given'
+grep -qE '^ +outputFilename +result\.txt$' "$work/output" || fail 'show_arguments shows what it was given'
 [ "$(ldd "$program" | awk '/libtestcommandlineparser/ { print $3 }' | xargs realpath)" = \
     "$(realpath "$work/moved/$PACKAGE_LIBDIR/$PACKAGE_LIBRARY")" ] || fail 'it is run with the library beside it'

@@ -12,8 +12,10 @@ import struct
 import subprocess
 import sys
 import termios
+import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
+ROOT = pathlib.Path(__file__).parents[2]
+sys.path.insert(0, str(ROOT / "tests" / "support"))
 from program import clean_environment, run
 
 PROGRAM = sys.argv.pop(1)
@@ -56,12 +58,15 @@ def given(report, option):
 
 
 def show_on_terminal(columns, *arguments, variables=None):
-    """What the program writes to a terminal of that many columns."""
-    screen, terminal = pty.openpty()
+    """What the program writes to a terminal of that many columns, errors included."""
+    try:
+        screen, terminal = pty.openpty()
+    except OSError as error:
+        raise unittest.SkipTest(f"there is no terminal device here: {error}")
     fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
     environment = clean_environment({"TERM": "xterm", **(variables or {})})
     with subprocess.Popen((PROGRAM, *arguments), env=environment, stdin=subprocess.DEVNULL, stdout=terminal,
-                          stderr=subprocess.DEVNULL) as program:
+                          stderr=terminal) as program:
         os.close(terminal)
         output = b""
         try:

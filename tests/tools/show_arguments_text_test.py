@@ -15,166 +15,216 @@ from show_arguments_support import (
 class TextReport(unittest.TestCase):
     maxDiff = None
 
-    def test_shows_everything_that_a_test_program_sees(self):
-        result = show(
-            "-tl", "DravikGigE:SocketDriver", "-packetsize", "1500", "-o", "result.xml", "-x", "report.xml", "-w",
-            "TestSuiteGigE", "TestSuiteUsb", variables={"_ORVEX_TEST_ARGS_": "-tdc_guid 1234"})
+    def test_shows_what_a_test_program_sees_and_where_it_came_from(self):
+        result = show("-o", "b", "-o", "c", "-w", "Suite", variables={
+            "ORVEX_TEST_ARGS": "-o a -tdc_guid '' First", "_ORVEX_TEST_ARGS_": " \t",
+            "ORVEX_GIGE_STREAM_GEVSCPS": "9000"})
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         found = sections(result.stdout)
         self.assertEqual(found["Result"], [
-            "  parse             succeeded",
-            f"  application name  {PROGRAM}",
-            "  help requested    no",
-            "  wait before exit  yes",
-            "  output file       result.xml",
-            "  XML report file   report.xml",
-            "  transport layers  DravikGigE:SocketDriver",
-            "  test paths        TestSuiteGigE",
-            "                    TestSuiteUsb",
-        ])
-        self.assertEqual(found["Environment"], [
-            "  variable                   before       after",
-            "  ORVEX_DEVICE_FILTER        (undefined)  DeviceClass=DravikGigE",
-            "  ORVEX_GIGE_STREAMPARAMS    (undefined)  Type=SocketDriver",
-            "  ORVEX_GIGE_STREAM_GEVSCPS  (undefined)  1500",
-            "  ORVEX_GTC_USE_EXTRA_TL     (undefined)  1",
-            "  TEST_SESSION_GUID          (undefined)  1234",
-            "  TRANSPORT_LAYER            (undefined)  DravikGigE:SocketDriver",
-        ])
-        record = [line.split() for line in found["Test-run record"]]
-        self.assertEqual([name for name, _ in record], RECORD_FIELDS)
-        filled = {"group": "orvex", "guid": "1234", "fixedZero": "0", "transportLayers": "DravikGigE:SocketDriver"}
-        self.assertEqual({name: text for name, text in record if text != '""'}, filled)
-
-    def test_shows_where_everything_came_from(self):
-        result = show("-o", "b", "-o", "c", "-w", "Suite", "-foo", variables={
-            "ORVEX_TEST_ARGS": "-o a First", "_ORVEX_TEST_ARGS_": " \t"})
-        found = sections(result.stdout)
-        self.assertEqual(found["Values"], [
-            "  -o  output file",
-            "    lost       ORVEX_TEST_ARGS    a",
-            "    lost       command line       b",
-            "    won        command line       c",
-            "  -w  wait before exit",
-            "    counted    command line       flag",
-            "  -foo",
-            "    ignored    command line       flag (unknown option)",
-            "  test paths",
-            "    collected  ORVEX_TEST_ARGS    First",
-            "    collected  command line       Suite",
-        ])
-        self.assertEqual(found["Tokens"], [
-            "  ORVEX_TEST_ARGS",
-            f"    program name          {PROGRAM}",
-            "    option                -o",
-            "    value of -o           a",
-            "    test path             First",
-            "  command line",
-            f"    dropped program name  {PROGRAM}",
-            "    option                -o",
-            "    value of -o           b",
-            "    option                -o",
-            "    value of -o           c",
-            "    flag                  -w",
-            "    test path             Suite",
-            "    flag                  -foo",
+            "  parse              succeeded",
+            f"  applicationName    {PROGRAM}",
+            "  helpRequested      no",
+            "  waitBeforeExit     yes",
+            "  outputFilename     c",
+            '  xmlFilename        ""',
+            '  transportLayers    ""',
+            "  testPaths          2",
+            "  ORVEX_TEST_ARGS    5 arguments",
+            "  command line       6 arguments",
             "  _ORVEX_TEST_ARGS_  blank",
         ])
-
-    def test_shows_a_changed_variable_with_its_old_value_and_leaves_out_an_unchanged_one(self):
-        result = show("-packetsize", "1500", "-packetdelay", "7", variables={
-            "ORVEX_GIGE_STREAM_GEVSCPS": "9000", "ORVEX_GIGE_STREAM_GEVSCPD": "7", "ORVEX_GTC_USE_EXTRA_TL": ""})
-        self.assertEqual(sections(result.stdout)["Environment"], [
-            "  variable                   before  after",
-            "  ORVEX_GIGE_STREAM_GEVSCPS  9000    1500",
+        self.assertEqual(found["Test paths"], ["  ORVEX_TEST_ARGS  First", "  command line     Suite"])
+        self.assertEqual(found["Environment"], [
+            "  ORVEX_GIGE_STREAM_GEVSCPS  8192  (was 9000)",
+            "  ORVEX_GTC_USE_EXTRA_TL     1",
         ])
+        self.assertEqual(found["Options"], [
+            "  -o         sets outputFilename",
+            "    lost     ORVEX_TEST_ARGS    a",
+            "             to c from command line",
+            "    lost     command line       b",
+            "             to c from command line",
+            "    won      command line       c",
+            "  -tdc_guid",
+            '    won      ORVEX_TEST_ARGS    ""',
+            "             empty, as if not given",
+            "  -w         sets waitBeforeExit",
+            "    counted  command line       (flag)",
+        ])
+        self.assertNotIn("Hints", found)
+
+    def test_empty_fields_of_the_record_share_a_line(self):
+        lines = sections(show("-bit", "64").stdout)["Test-run record"]
+        self.assertEqual([line.split()[0] for line in lines],
+                         ["group", "fixedZero", "transportLayers", "bit", "(empty)"])
+        names = lines[-1].replace("(empty)", "").replace(",", "").split()
+        self.assertEqual(names, [name for name in RECORD_FIELDS if name not in
+                                 ("group", "fixedZero", "transportLayers", "bit")])
+
+    def test_each_test_path_is_listed_once(self):
+        paths = [f"Suite{i}" for i in range(300)]
+        output = show(*paths).stdout
+        self.assertEqual(re.findall(r"Suite\d+", output), paths)
+        self.assertLess(output.count("\n"), 330)
 
     def test_text_that_a_terminal_would_act_on_is_escaped(self):
-        result = show("-o", "a\x1b[31m\n\"\\", "-x", " blank", "-testname", "Größe", "-pcname", b"\xff\xc2\x9b")
-        found = sections(result.stdout)
-        self.assertIn('  output file       "a\\x1b[31m\\n\\"\\\\"', found["Result"])
-        self.assertIn('  XML report file   " blank"', found["Result"])
-        self.assertIn("  testName              Größe", found["Test-run record"])
-        self.assertIn('  pcName                "\\xff\\xc2\\x9b"', found["Test-run record"])
+        values = {"-o": "a\x1b[31m\n\"\\", "-x": " blank", "-testname": "Größe 日本", "-pcname": b"\xff\xc2\x9b"}
+        output = show(*(word for pair in values.items() for word in pair), "(flag)").stdout
+        for shown in ('"a\\x1b[31m\\n\\"\\\\"', '" blank"', "Größe 日本", '"\\xff\\x9b"', '"(flag)"'):
+            self.assertRegex(output, f"(?m)  {re.escape(shown)}$")
+        self.assertNotIn("\x1b", output)
 
-    def test_a_pipe_gets_neither_colour_nor_line_breaks_in_values(self):
-        long = "word " * 60 + "end"
-        result = show("-o", long, variables={"TERM": "xterm", "COLUMNS": "40"})
-        self.assertNotIn("\x1b", result.stdout)
-        self.assertIn(f"  output file       {long}\n", result.stdout)
+
+class Why(unittest.TestCase):
+    def options(self, *arguments, variables=None):
+        return sections(show(*arguments, variables=variables).stdout)["Options"]
+
+    def test_each_entry_of_the_transport_layers_has_its_class_and_its_driver(self):
+        no_capitals = "ignored: only DravikGigE takes one, with these capitals"
+        rows = {
+            "DravikUsb": "class DravikUsb, no driver",
+            "DravikGigE:SocketDriver": "class DravikGigE, driver SocketDriver taken",
+            "DravikGigE:": "class DravikGigE, no driver",
+            "DravikGigE::x": 'class DravikGigE, driver "" taken; what follows is ignored',
+            "DravikGigE:A:more": "class DravikGigE, driver A taken; what follows is ignored",
+            "dravikgige:SocketDriver": f"class dravikgige, driver SocketDriver {no_capitals}",
+            "OtherClass:SocketDriver": f"class OtherClass, driver SocketDriver {no_capitals}",
+            ":SocketDriver": f'class "", driver SocketDriver {no_capitals}',
+            "A,,B:": "class A, no driver; class B, no driver",
+        }
+        for value, reason in rows.items():
+            with self.subTest(value=value):
+                self.assertEqual(self.options("-tl", value)[-1].strip(), reason)
+
+    def test_of_several_drivers_the_last_in_byte_order_wins(self):
+        lines = self.options("-tl", "DravikGigE:WindowsFilterDriver,DravikGigE:z", "-tl", "DravikGigE:Z")
+        self.assertEqual([line.strip() for line in lines[2::2]], [
+            "class DravikGigE, driver WindowsFilterDriver lost to z, the last in byte order; "
+            "class DravikGigE, driver z taken",
+            "class DravikGigE, driver Z lost to z, the last in byte order"])
+
+    def test_a_driver_of_a_parse_that_failed_before_is_not_used(self):
+        lines = self.options("-tl", "DravikGigE:A", "-socketbuffer", "x")
+        self.assertIn("class DravikGigE, driver A not used: the parse failed", lines[2])
+
+    def test_a_number_is_refused_and_one_after_it_is_not_looked_at(self):
+        self.assertEqual(self.options("-camemu", "x", "-packetdelay", "-2"), [
+            "  -camemu",
+            "    not used    command line       x",
+            "                does not begin with a digit",
+            "  -packetdelay",
+            "    refused     command line       -2",
+            "                does not begin with a digit",
+        ])
+
+
+class Hints(unittest.TestCase):
+    def test_each_names_what_one_might_have_meant(self):
+        rows = {
+            ("-packetsise=1",): "-packetsise is not read; did you mean -packetsize?",
+            ("-packetsise", "1500"):
+                "-packetsise is not read, and 1500 became a test path; did you mean -packetsize?",
+            ("-packetszie", "-w"): "-packetszie is not read; did you mean -packetsize?",
+            ("-HELP",): "-HELP is not read; did you mean -help?",
+            ("-TL=A",): "-TL is not read; did you mean -tl?",
+            ("-guid=1",): "-guid is not read; did you mean -tdc_guid?",
+            ("-tdc_ostype=1",): "-tdc_ostype is not read; did you mean -ostype?",
+            ("-verbose",): "-verbose is not read",
+            ("--",): "-- is not read",
+            ("-tdc_name", "N"):
+                "-tdc_name is not read, although the usage text names it, and N became a test path; use -testname",
+            ("-tdc_pcname=N",): "-tdc_pcname is not read, although the usage text names it; use -pcname",
+            ("-tdc_osname",): "-tdc_osname is not read, although the usage text names it; use -osname",
+            ("-tdc_variant", "V"):
+                "-tdc_variant has no value, and V became a test path; write -tdc_variant=V",
+            ("-tdc_variant", "-w"): "-tdc_variant has no value; write -tdc_variant=VALUE",
+            ("-o", "-w"): "-o has no value, since -w begins with a dash; if that is meant, write -o=-w",
+            ("-tl",): "-tl has no value: it is the last argument (command line)",
+            ("-w=1",): "-w counts only without a value",
+        }
+        for arguments, hint in rows.items():
+            with self.subTest(arguments=arguments):
+                self.assertEqual(sections(show(*arguments).stdout)["Hints"], ["  " + hint])
+
+    def test_what_they_advise_works(self):
+        for argument in ("-x=-file.xml", "-tdc_variant=V", "-testname=N", "-pcname=N", "-osname=N", "-packetsize=1"):
+            with self.subTest(argument=argument):
+                output = show(argument).stdout
+                self.assertIn(" sets ", output)
+                self.assertNotIn("Hints", output)
+
+    def test_a_number_is_no_option(self):
+        self.assertEqual(sections(show("-5", "-2d").stdout)["Test paths"], [
+            "  command line  -5  (begins with a number, so it is no option)",
+            "  command line  -2d  (begins with a number, so it is no option)"])
+
+    def test_there_are_none_for_what_the_parser_did_not_look_at(self):
+        self.assertNotIn("Hints", show("-foo", "X", variables={"_ORVEX_TEST_ARGS_": "'"}).stdout)
 
 
 class Help(unittest.TestCase):
+    def assert_usage(self, output):
+        self.assertTrue(output.startswith(f"{PROGRAM} [-?] [-camemu n] [-o filename]"))
+        self.assertTrue(output.endswith("passed con the command line.\n"))
+        self.assertEqual(output.count("\n"), 8)
+
     def test_each_help_switch_prints_the_usage_text_and_nothing_else(self):
         for switch in ("-?", "-h", "-H", "-help", "--help"):
             with self.subTest(switch=switch):
                 result = show(switch, "Suite")
                 self.assertEqual((result.returncode, result.stderr), (0, ""))
-                self.assertTrue(result.stdout.startswith(f"{PROGRAM} [-?] [-camemu n] [-o filename]"))
-                self.assertTrue(result.stdout.endswith("passed con the command line.\n"))
-                self.assertEqual(result.stdout.count("\n"), 8)
+                self.assert_usage(result.stdout)
 
-    def test_a_failed_parse_is_no_request_for_help(self):
-        result = show("-?", "-camemu", "none")
-        self.assertEqual(result.returncode, 1)
-        self.assertTrue(result.stdout.startswith("Result\n  parse             failed\n"))
+    def test_a_parse_that_fails_shows_it_too_and_the_reason_after_it(self):
+        for arguments, variables in ((("-?", "-camemu", "none"), {}), (("-?",), {"ORVEX_TEST_ARGS": "'"})):
+            with self.subTest(arguments=arguments):
+                result = show(*arguments, variables=variables)
+                self.assertEqual(result.returncode, 1)
+                self.assert_usage(result.stdout)
+                self.assertRegex(result.stderr, r"^show_arguments: the parse failed: .*\n$")
 
 
 class Failure(unittest.TestCase):
     def assert_fails(self, result, reason):
         self.assertEqual(result.returncode, 1)
-        self.assertTrue(result.stderr.startswith(f"show_arguments: the parse failed: {reason}\n\n{PROGRAM} [-?]"),
-                        result.stderr)
-        self.assertTrue(result.stderr.endswith("passed con the command line.\n"))
+        self.assertEqual(result.stderr, f"show_arguments: the parse failed: {reason}\n-? shows the usage text\n")
         found = sections(result.stdout)
-        self.assertEqual(found["Result"][:2], ["  parse             failed", f"  reason            {reason}"])
+        self.assertEqual([line.split(maxsplit=1) for line in found["Result"][:2]],
+                         [["parse", "failed"], ["reason", reason]])
         return found
 
-    def test_malformed_first_variable(self):
+    def test_the_first_variable_has_an_open_quote(self):
         found = self.assert_fails(
-            show("Suite", variables={"ORVEX_TEST_ARGS": "-o 'a", "_ORVEX_TEST_ARGS_": "\""}),
-            "ORVEX_TEST_ARGS: Starting quote has no ending quote.")
-        self.assertEqual(found["Tokens"], [
-            "  ORVEX_TEST_ARGS    malformed: Starting quote has no ending quote.",
-            "  command line       not reached",
-            "  _ORVEX_TEST_ARGS_  not reached",
-        ])
+            show("Suite", variables={"ORVEX_TEST_ARGS": r'''-o 'a' \' "b 'c''', "_ORVEX_TEST_ARGS_": "'"}),
+            r'''ORVEX_TEST_ARGS: the quote at byte 11 is not closed: "\"b 'c" (the whole value: "-o 'a' \\' \"b 'c")''')
+        self.assertEqual([line.split(maxsplit=1)[1] for line in found["Result"][-2:]],
+                         ["line       not reached", "not reached"])
 
-    def test_malformed_second_variable(self):
+    def test_the_second_variable_has_an_open_quote(self):
         found = self.assert_fails(
-            show("-o", "a", "Suite", variables={"_ORVEX_TEST_ARGS_": "\"abc\\"}),
-            "_ORVEX_TEST_ARGS_: Starting quote has no ending quote.")
-        self.assertEqual(found["Values"], [
-            "  -o  output file",
-            "    not used   command line       a",
-            "  test paths",
-            "    not used   command line       Suite",
-        ])
+            show("-o", "a", "Suite", variables={"_ORVEX_TEST_ARGS_": "'"}),
+            "_ORVEX_TEST_ARGS_: the quote at byte 1 is not closed: ' (the whole value: ')")
+        self.assertEqual(found["Test paths (not used)"], ["  command line  Suite"])
+        self.assertEqual(found["Options"], ["  -o", "    not used  command line       a"])
 
-    def test_each_numeric_option(self):
-        for option in ("socketbuffer", "packetsize", "packetdelay", "camemu"):
+    def test_each_number_that_does_not_begin_with_a_digit(self):
+        numbers = ("socketbuffer", "packetsize", "packetdelay", "camemu")
+        for i, option in enumerate(numbers):
+            # Those that are checked later are bad, too.
+            others = [word for other in reversed(numbers[i:]) for word in (f"-{other}", "-1")]
             with self.subTest(option=option):
                 self.assert_fails(
-                    show(f"-{option}=1", variables={"_ORVEX_TEST_ARGS_": f"-{option} x1"}),
+                    show(*others, variables={"_ORVEX_TEST_ARGS_": f"-{option} x1"}),
                     f"the value of -{option} does not begin with a digit: x1 (_ORVEX_TEST_ARGS_)")
 
-    def test_a_bad_value_that_lost_is_no_reason(self):
-        self.assertEqual(show("-camemu", "x", "-camemu", "2").returncode, 0)
-
-    def test_of_several_bad_values_the_first_that_the_parse_meets(self):
-        self.assert_fails(
-            show("-camemu", "-1", "-packetdelay", "-2", "-packetsize", "-3", "-socketbuffer", "-4"),
-            "the value of -socketbuffer does not begin with a digit: -4 (command line)")
-
-    def test_an_empty_value_is_no_reason(self):
-        self.assert_fails(
-            show("-socketbuffer=", "-camemu", "x"),
-            "the value of -camemu does not begin with a digit: x (command line)")
+    def test_a_bad_value_that_lost_or_is_empty_is_no_reason(self):
+        self.assertEqual(show("-camemu", "x", "-camemu", "2", "-socketbuffer=").returncode, 0)
 
     def test_what_was_set_before_the_failure_is_shown(self):
         found = self.assert_fails(
             show("-packetdelay", "x"), "the value of -packetdelay does not begin with a digit: x (command line)")
-        self.assertEqual([line.split()[0] for line in found["Environment"][1:]],
+        self.assertEqual([line.split()[0] for line in found["Environment"]],
                          ["ORVEX_GIGE_STREAM_GEVSCPS", "ORVEX_GTC_USE_EXTRA_TL"])
 
     @unittest.skipUnless(sys.platform.startswith("linux"), "needs a relative library search path")
@@ -205,44 +255,32 @@ class Failure(unittest.TestCase):
 
 
 class Terminal(unittest.TestCase):
-    ARGUMENTS = ("-tl", "DravikGigE", "-o", "directory/" * 30 + "file", "-x", "wörd " * 40 + "end", "-unknown")
+    ARGUMENTS = ("-tl", "DravikGigE", "-o", "directory/" * 30 + "file", "-x", "wörd 日本 " * 40 + "end", "-unknown")
 
-    def test_no_line_is_longer_than_the_terminal(self):
-        for columns in (60, 100, 200):
+    def test_the_width_changes_nothing(self):
+        for columns in (40, 80):
             with self.subTest(columns=columns):
                 output = show_on_terminal(columns, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
-                self.assertLessEqual(max(map(len, output.split("\n"))), columns)
-                self.assertIn("end", output)
-
-    def test_a_wrapped_value_loses_nothing_and_stays_in_its_column(self):
-        output = show_on_terminal(60, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
-        lines = sections(output)["Result"]
-        start = next(i for i, line in enumerate(lines) if line.startswith("  output file"))
-        pieces = [lines[start]]
-        while lines[start + len(pieces)].startswith(" " * 20):
-            pieces.append(lines[start + len(pieces)])
-        self.assertGreater(len(pieces), 5)
-        self.assertEqual("".join(piece[20:] for piece in pieces), self.ARGUMENTS[3])
-
-    def test_a_narrow_terminal_gets_blocks_and_a_wide_one_a_table(self):
-        narrow = show_on_terminal(60, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
-        self.assertEqual(sections(narrow)["Environment"][:3], [
-            "  ORVEX_DEVICE_FILTER", "    before  (undefined)", "    after   DeviceClass=DravikGigE"])
-        wide = show_on_terminal(100, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
-        self.assertEqual(sections(wide)["Environment"][:2], [
-            "  variable                   before       after",
-            "  ORVEX_DEVICE_FILTER        (undefined)  DeviceClass=DravikGigE"])
+                self.assertEqual(output, show(*self.ARGUMENTS).stdout)
 
     def test_colour_says_nothing_that_the_text_does_not(self):
-        coloured = show_on_terminal(100, *self.ARGUMENTS)
+        coloured = show_on_terminal(80, *self.ARGUMENTS)
         self.assertIn("\x1b[1mResult\x1b[0m\n", coloured)
-        self.assertIn("\x1b[32msucceeded\x1b[0m", coloured)
-        plain = show_on_terminal(100, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
-        self.assertNotIn("\x1b", plain)
-        self.assertEqual(re.sub("\x1b\\[[0-9]+m", "", coloured), plain)
+        self.assertRegex(coloured, "\x1b\\[32mparse +\x1b\\[0msucceeded\n")
+        self.assertRegex(coloured, "\x1b\\[31m  ignored +\x1b\\[0m")
+        self.assertEqual(re.sub("\x1b\\[[0-9]+m", "", coloured), show(*self.ARGUMENTS).stdout)
 
-    def test_a_terminal_without_colour_gets_none(self):
-        self.assertNotIn("\x1b", show_on_terminal(100, variables={"TERM": "dumb"}))
+    def test_there_is_no_colour_where_it_is_not_wanted(self):
+        for variables in ({"NO_COLOR": "1"}, {"TERM": "dumb"}, {"TERM": ""}):
+            with self.subTest(variables=variables):
+                self.assertNotIn("\x1b", show_on_terminal(80, variables=variables))
+        self.assertIn("\x1b", show_on_terminal(80, variables={"NO_COLOR": ""}))
+        self.assertNotIn("\x1b", show(variables={"TERM": "xterm"}).stdout)
+
+    def test_the_reason_of_a_failure_stands_last(self):
+        lines = show_on_terminal(40, "-camemu", "x", variables={"NO_COLOR": "1"}).splitlines()
+        self.assertRegex(lines[-2], "^show_arguments: the parse failed: the value of -camemu ")
+        self.assertEqual(lines[-1], "-? shows the usage text")
 
 
 if __name__ == "__main__":

@@ -1,53 +1,72 @@
 // Shows what a test program sees of its arguments, and where each of them came from.
 //
 //     ORVEX_TEST_ARGS='-tl DravikGigE' show_arguments -o result.xml TestSuiteGigE
-//     SHOW_ARGUMENTS_FORMAT=json show_arguments -packetsize 1500
 //
-// Exits with 0; with 1, and the usage text on standard error, when the arguments are bad; and with 2
-// when it cannot do its own work.
+// Reads two environment variables of its own: SHOW_ARGUMENTS_FORMAT, "text" or "json", and NO_COLOR,
+// which keeps the text free of colour on a terminal.
+//
+// Exits with 0; with 1, and the reason on standard error, when the arguments are bad; and with 2 when
+// it cannot do its own work.
 
-#include "observation.h"
-#include "report_json.h"
-#include "report_text.h"
+#include "report.h"
 
+#include <unistd.h>
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace {
 
+std::string_view readVariable(const char* name) {
+    const char* text = std::getenv(name);
+    return text == nullptr ? "" : text;
+}
+
 bool isJsonWanted() {
-    const char* variable = std::getenv("SHOW_ARGUMENTS_FORMAT");
-    const std::string format = variable == nullptr ? "" : variable;
+    const std::string_view format = readVariable("SHOW_ARGUMENTS_FORMAT");
     if (!format.empty() && format != "text" && format != "json") {
         throw std::runtime_error("SHOW_ARGUMENTS_FORMAT must be text or json");
     }
     return format == "json";
 }
 
+bool isColourWanted() {
+    const std::string_view terminal = readVariable("TERM");
+    return isatty(STDOUT_FILENO) != 0 && readVariable("NO_COLOR").empty() && !terminal.empty() &&
+           terminal != "dumb";
+}
+
 int showArguments(int argc, char** argv) {
     const bool isJson = isJsonWanted();
     OrvexTestCommandLineParser parser;
-    const Observation observation = observeParse(parser, argc, argv);
-    const std::string usage = parser.getHelpMessage(argc > 0 ? argv[0] : "");
+    const Json report = reportParse(parser, argc, argv);
+    const bool succeeded = report["succeeded"];
+    // The parser may have stopped before it came to this switch.
+    const bool isHelpWanted =
+        parser.helpRequested() || std::count(argv, argv + argc, std::string_view("-?")) != 0;
 
     if (isJson) {
-        reportAsJson(observation, std::cout);
-    } else if (observation.succeeded && parser.helpRequested()) {
-        std::cout << usage << '\n';
+        std::cout << report.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    } else if (isHelpWanted) {
+        std::cout << parser.getHelpMessage(argc > 0 ? argv[0] : "") << '\n';
     } else {
-        reportAsText(observation, formatForStandardOutput(), std::cout);
+        std::cout << asText(report, isColourWanted());
     }
     if (!std::cout.flush()) {
         throw std::runtime_error("cannot write to standard output");
     }
-    if (!observation.succeeded) {
-        std::cerr << "show_arguments: the parse failed: " << observation.failure << "\n\n" << usage << '\n';
-        return 1;
+    if (succeeded) {
+        return 0;
     }
-    return 0;
+    std::cerr << "show_arguments: the parse failed: " << report["reason"].get<std::string>() << '\n';
+    if (!isJson && !isHelpWanted) {
+        std::cerr << "-? shows the usage text\n";
+    }
+    return 1;
 }
 
 }  // namespace

@@ -4,63 +4,41 @@
 #ifndef ORVEX_SHOW_ARGUMENTS_TRACE_H
 #define ORVEX_SHOW_ARGUMENTS_TRACE_H
 
-#include "known_options.h"
+#include "options.h"
 
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
-enum class TokenRole { ProgramName, DroppedProgramName, TestPath, Flag, Option, Value, OptionWithValue };
+using Json = nlohmann::ordered_json;
 
-struct TracedToken {
-    std::string text;
-    TokenRole role;
-    std::string option;  // the option's name, for the last four roles
-};
-
-enum class SourceState { Scanned, NotSet, Blank, Malformed, NotReached };
-
-struct TracedSource {
-    std::string name;
-    SourceState state = SourceState::NotReached;
-    std::string message = {};  // why it is malformed
-    std::vector<TracedToken> tokens = {};
-};
-
-enum class Outcome { Won, Lost, Collected, Counted, Ignored, NotUsed };
-
-// One occurrence of an option, or of a test path.
+// One occurrence of an option, or a test path.
 struct Given {
     std::string source;
     std::optional<std::string> value;  // none for a flag
-    Outcome outcome = Outcome::NotUsed;
-    std::string note = {};  // why it is ignored, and what an empty text means
+    std::string outcome;               // won, lost, refused, collected, counted, ignored, not used
+    std::string note;                  // why
 };
+void to_json(Json& json, const Given& given);
 
 struct TracedOption {
     std::string name;
-    const KnownOption* known;  // null for an option that the parser does not look at
+    const KnownOption& known;
     std::vector<Given> given;  // in scan order
+
+    // The value that counts, or all of them joined by commas; empty when there is none.
+    std::string text() const;
 };
 
 struct Trace {
-    std::vector<TracedSource> sources;  // in scan order
+    Json sources;                       // in scan order: name, state, tokens and what became of them
     std::vector<TracedOption> options;  // in the order of their first occurrence
     std::vector<Given> testPaths;
+    std::string failure;  // why the arguments are bad; empty when they are not
 };
 
 // Scans what a Parse with these arguments scans, in the same order. Reads the two argument variables.
 Trace traceArguments(int argc, char** argv);
-
-// The occurrence whose value counts; null when the option has no value.
-const Given* findWinner(const Trace& trace, const std::string& option);
-
-// "value", "dropped program name", ...
-const char* describe(TokenRole role);
-const char* describe(SourceState state);
-const char* describe(Outcome outcome);
-
-// The option as one would type it.
-std::string typed(const std::string& option);
 
 #endif

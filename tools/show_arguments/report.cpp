@@ -1,0 +1,202 @@
+#include "report.h"
+
+#include "environment/split_string.h"
+
+#include <fmt/format.h>
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <map>
+#include <stdexcept>
+
+extern char** environ;
+
+namespace {
+
+using Variables = std::map<std::string, std::string>;
+
+Variables readEnvironment() {
+    Variables variables;
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const std::string text(*entry);
+        const std::size_t equals = text.find('=');
+        if (equals != std::string::npos) {
+            variables.emplace(text.substr(0, equals), text.substr(equals + 1));
+        }
+    }
+    return variables;
+}
+
+// What is in the environment and was not, or not so, before.
+Variables changesSince(const Variables& before) {
+    const Variables after = readEnvironment();
+    Variables changes;
+    std::set_difference(after.begin(), after.end(), before.begin(), before.end(),
+                        std::inserter(changes, changes.end()));
+    return changes;
+}
+
+// Parses with the variables that options set taken out of the environment, so that one shows also when it
+// is set to what it held; the parser reads none of them. Returns what was set.
+Variables parse(OrvexTestCommandLineParser& parser, int argc, char** argv, bool& succeeded) {
+    const Variables before = readEnvironment();
+    for (const KnownOption& known : knownOptions()) {
+        for (const std::string& target : known.sets) {
+            if (target != "GENICAM_GENTL64_PATH") {
+                unsetenv(target.c_str());
+            }
+        }
+    }
+    const Variables cleared = readEnvironment();
+    succeeded = parser.Parse(argc, argv);
+    const Variables set = changesSince(cleared);
+    for (const auto& [name, value] : before) {
+        setenv(name.c_str(), value.c_str(), 0);
+    }
+    return set;
+}
+
+Json changesAsJson(const Variables& before) {
+    Json changes = Json::array();
+    for (const auto& [name, value] : changesSince(before)) {
+        const auto old = before.find(name);
+        changes.push_back({{"name", name}, {"before", nullptr}, {"after", value}});
+        if (old != before.end()) {
+            changes.back()["before"] = old->second;
+        }
+    }
+    return changes;
+}
+
+Json recordAsJson(const TestRunInformation& information) {
+    const auto& [group, guid, runName, runDescription, product, fixedZero, userId, vcsRevision, vcsBranch,
+                 secondVcsRevision, secondVcsBranch, pcName, osName, transportLayers, tdcDravikXmlFilename,
+                 testName, osType, bit] = information;
+    return {{"group", group},
+            {"guid", guid},
+            {"runName", runName},
+            {"runDescription", runDescription},
+            {"product", product},
+            {"fixedZero", fixedZero},
+            {"userId", userId},
+            {"vcsRevision", vcsRevision},
+            {"vcsBranch", vcsBranch},
+            {"secondVcsRevision", secondVcsRevision},
+            {"secondVcsBranch", secondVcsBranch},
+            {"pcName", pcName},
+            {"osName", osName},
+            {"transportLayers", transportLayers},
+            {"tdcDravikXmlFilename", tdcDravikXmlFilename},
+            {"testName", testName},
+            {"osType", osType},
+            {"bit", bit}};
+}
+
+std::string findFailure(const Trace& trace, const std::string& tlList) {
+    if (!trace.failure.empty()) {
+        return trace.failure;
+    }
+    if (tlList.find("DravikGTC") != std::string::npos) {
+        try {
+            OrvexTestCommandLineParser::getApplicationDir();
+        } catch (const std::runtime_error& error) {
+            return error.what();
+        }
+    }
+    return "an environment variable cannot be set, or memory ran out";
+}
+
+// The names of what the parse has set because of the option, joined by commas; null when nothing reads it.
+// fields: what accessors and the record hold.
+Json findTargets(const TracedOption& option, const Json& fields, const Variables& set) {
+    if (option.known.kind == OptionKind::Unread) {
+        return nullptr;
+    }
+    std::vector<std::string> targets;
+    const Json text = option.known.kind == OptionKind::Flag ? Json(true) : Json(option.text());
+    for (const std::string& target : option.known.sets) {
+        const auto variable = set.find(target);
+        // A driver stands first in it; otherwise it is set because of -socketbuffer.
+        const bool needsDriver = target == "ORVEX_GIGE_STREAMPARAMS" && option.name == "tl";
+        if (variable == set.end() ? fields.value(target, Json()) == text
+                                  : !needsDriver || variable->second.rfind("Type=", 0) == 0) {
+            targets.push_back(target);
+        }
+    }
+    return text == "" ? "" : fmt::format("{}", fmt::join(targets, ", "));
+}
+
+std::vector<std::string> splitAt(char delimiter, const std::string& text) {
+    std::vector<std::string> parts;
+    orvex::splitString(text.c_str(), delimiter, parts);
+    return parts;
+}
+
+// layer: an entry of -tl, split at its colons. taken: the driver that the parser takes.
+std::string explain(const std::vector<std::string>& layer, const std::string& taken, bool isSet) {
+    const char* pattern =
+        isSet ? "class {}, driver {} taken" : "class {}, driver {} not used: the parse failed";
+    if (layer.size() == 1) {
+        pattern = "class {}, no driver";
+    } else if (layer[0] != "DravikGigE") {
+        pattern = "class {}, driver {} ignored: only DravikGigE takes one, with these capitals";
+    } else if (layer[1] != taken) {
+        pattern = "class {}, driver {} lost to {}, the last in byte order";
+    }
+    return fmt::format(fmt::runtime(pattern), printable(layer[0]), printable(layer.size() > 1 ? layer[1] : ""),
+                       printable(taken)) +
+           (layer.size() > 2 ? "; what follows is ignored" : "");
+}
+
+void explainTransportLayers(TracedOption& option, bool isSet) {
+    std::string taken;
+    for (const std::string& entry : splitAt(',', option.text())) {
+        const std::vector<std::string> layer = splitAt(':', entry);
+        if (layer.size() > 1 && layer[0] == "DravikGigE") {
+            taken = std::max(taken, layer[1]);
+        }
+    }
+    for (Given& given : option.given) {
+        for (const std::string& entry : splitAt(',', given.outcome == "collected" ? *given.value : "")) {
+            if (!entry.empty()) {
+                given.note += (given.note.empty() ? "" : "; ") + explain(splitAt(':', entry), taken, isSet);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+Json reportParse(OrvexTestCommandLineParser& parser, int argc, char** argv) {
+    bool succeeded = false;
+    const Variables before = readEnvironment();
+    const Variables set = parse(parser, argc, argv, succeeded);
+    Trace trace = traceArguments(argc, argv);
+    const Json record = recordAsJson(parser.getTestRunInformation());
+    const Json accessors = {
+        {"applicationName", parser.getApplicationName()}, {"helpRequested", parser.helpRequested()},
+        {"waitBeforeExit", parser.waitBeforeExit()},      {"outputFilename", parser.getOutputFilename()},
+        {"xmlFilename", parser.getXmlFilename()},         {"transportLayers", parser.getTlList()}};
+    Json fields = record;
+    fields.update(accessors);
+    Json options = Json::array();
+    for (TracedOption& option : trace.options) {
+        if (option.name == "tl") {
+            explainTransportLayers(option, set.count("ORVEX_GIGE_STREAMPARAMS") != 0);
+        }
+        options.push_back(
+            {{"name", option.name}, {"sets", findTargets(option, fields, set)}, {"given", option.given}});
+    }
+    Json report = {{"succeeded", succeeded}, {"reason", nullptr}};
+    if (!succeeded) {
+        report["reason"] = findFailure(trace, parser.getTlList());
+    }
+    report.update(accessors);
+    report.update({{"testPaths", parser.getTestPaths()},
+                   {"testRunInformation", record},
+                   {"environment", changesAsJson(before)},
+                   {"options", options},
+                   {"testPathOrigins", trace.testPaths},
+                   {"sources", trace.sources}});
+    return report;
+}
