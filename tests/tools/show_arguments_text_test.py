@@ -29,7 +29,6 @@ class TextReport(unittest.TestCase):
             "  outputFilename     c",
             '  xmlFilename        ""',
             '  transportLayers    ""',
-            "  testPaths          2",
             "  ORVEX_TEST_ARGS    5 arguments",
             "  command line       6 arguments",
             "  _ORVEX_TEST_ARGS_  blank",

@@ -26,30 +26,25 @@ std::string_view readVariable(const char* name) {
     return text == nullptr ? "" : text;
 }
 
-bool isJsonWanted() {
-    const std::string_view format = readVariable("SHOW_ARGUMENTS_FORMAT");
-    if (!format.empty() && format != "text" && format != "json") {
-        throw std::runtime_error("SHOW_ARGUMENTS_FORMAT must be text or json");
-    }
-    return format == "json";
-}
-
 bool isColourWanted() {
     const std::string_view terminal = readVariable("TERM");
     return isatty(STDOUT_FILENO) != 0 && readVariable("NO_COLOR").empty() && !terminal.empty() &&
            terminal != "dumb";
 }
 
-int showArguments(int argc, char** argv) {
-    const bool isJson = isJsonWanted();
+}  // namespace
+
+int main(int argc, char** argv) try {
+    const std::string_view format = readVariable("SHOW_ARGUMENTS_FORMAT");
+    if (!format.empty() && format != "text" && format != "json") {
+        throw std::runtime_error("SHOW_ARGUMENTS_FORMAT must be text or json");
+    }
     OrvexTestCommandLineParser parser;
     const Json report = reportParse(parser, argc, argv);
-    const bool succeeded = report["succeeded"];
     // The parser may have stopped before it came to this switch.
     const bool isHelpWanted =
         parser.helpRequested() || std::count(argv, argv + argc, std::string_view("-?")) != 0;
-
-    if (isJson) {
+    if (format == "json") {
         std::cout << report.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
     } else if (isHelpWanted) {
         std::cout << parser.getHelpMessage(argc > 0 ? argv[0] : "") << '\n';
@@ -59,23 +54,13 @@ int showArguments(int argc, char** argv) {
     if (!std::cout.flush()) {
         throw std::runtime_error("cannot write to standard output");
     }
-    if (succeeded) {
+    if (report["succeeded"]) {
         return 0;
     }
-    std::cerr << "show_arguments: the parse failed: " << report["reason"].get<std::string>() << '\n';
-    if (!isJson && !isHelpWanted) {
-        std::cerr << "-? shows the usage text\n";
-    }
+    std::cerr << "show_arguments: the parse failed: " << report["reason"].get<std::string>() << '\n'
+              << (format == "json" || isHelpWanted ? "" : "-? shows the usage text\n");
     return 1;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    try {
-        return showArguments(argc, argv);
-    } catch (const std::exception& error) {
-        std::cerr << "show_arguments: " << error.what() << '\n';
-        return 2;
-    }
+} catch (const std::exception& error) {
+    std::cerr << "show_arguments: " << error.what() << '\n';
+    return 2;
 }

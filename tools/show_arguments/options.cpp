@@ -8,21 +8,14 @@
 
 namespace {
 
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    std::transform(text.begin(), text.end(), lower.begin(),
-                   [](unsigned char byte) { return std::tolower(byte); });
-    return lower;
-}
-
-// How many bytes must be inserted, removed or replaced to make the one text the other.
+// How many bytes must be inserted, removed or replaced to make the one text the other, in any case.
 std::size_t distanceBetween(std::string_view from, std::string_view to) {
     std::vector<std::size_t> row(to.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
     for (std::size_t i = 0; i < from.size(); ++i) {
         std::size_t diagonal = std::exchange(row[0], i + 1);
         for (std::size_t j = 0; j < to.size(); ++j) {
-            const std::size_t replaced = diagonal + (from[i] == to[j] ? 0 : 1);
+            const std::size_t replaced = diagonal + (std::tolower(from[i]) == std::tolower(to[j]) ? 0 : 1);
             diagonal = std::exchange(row[j + 1], std::min({row[j] + 1, row[j + 1] + 1, replaced}));
         }
     }
@@ -80,13 +73,12 @@ const KnownOption& findKnownOption(std::string_view name) {
 }
 
 std::string_view nearestOption(std::string_view name) {
-    const std::string given = lowerCase(name);
     std::size_t least = name.size() / 3 + 1;
     std::string_view nearest;
     for (const KnownOption& known : knownOptions()) {
-        const std::string option = lowerCase(known.name);
-        const bool differsInPrefix = "tdc_" + option == given || option == "tdc_" + given;
-        const std::size_t distance = differsInPrefix ? 0 : distanceBetween(given, option);
+        const bool differsInPrefix =
+            fmt::format("tdc_{}", known.name) == name || known.name == fmt::format("tdc_{}", name);
+        const std::size_t distance = differsInPrefix ? 0 : distanceBetween(name, known.name);
         if (known.kind != OptionKind::Unread && distance < least) {
             least = distance;
             nearest = known.name;

@@ -60,36 +60,46 @@ Json changesAsJson(const Variables& before) {
     Json changes = Json::array();
     for (const auto& [name, value] : changesSince(before)) {
         const auto old = before.find(name);
-        changes.push_back({{"name", name}, {"before", nullptr}, {"after", value}});
-        if (old != before.end()) {
-            changes.back()["before"] = old->second;
-        }
+        const Json oldValue = old == before.end() ? Json(nullptr) : Json(old->second);
+        changes.push_back({{"name", name}, {"before", oldValue}, {"after", value}});
     }
     return changes;
 }
 
 Json recordAsJson(const TestRunInformation& information) {
-    const auto& [group, guid, runName, runDescription, product, fixedZero, userId, vcsRevision, vcsBranch,
-                 secondVcsRevision, secondVcsBranch, pcName, osName, transportLayers, tdcDravikXmlFilename,
-                 testName, osType, bit] = information;
-    return {{"group", group},
-            {"guid", guid},
-            {"runName", runName},
-            {"runDescription", runDescription},
-            {"product", product},
-            {"fixedZero", fixedZero},
-            {"userId", userId},
-            {"vcsRevision", vcsRevision},
-            {"vcsBranch", vcsBranch},
-            {"secondVcsRevision", secondVcsRevision},
-            {"secondVcsBranch", secondVcsBranch},
-            {"pcName", pcName},
-            {"osName", osName},
-            {"transportLayers", transportLayers},
-            {"tdcDravikXmlFilename", tdcDravikXmlFilename},
-            {"testName", testName},
-            {"osType", osType},
-            {"bit", bit}};
+#define FIELD(name) \
+    { #name, information.name }
+    return {FIELD(group),
+            FIELD(guid),
+            FIELD(runName),
+            FIELD(runDescription),
+            FIELD(product),
+            FIELD(fixedZero),
+            FIELD(userId),
+            FIELD(vcsRevision),
+            FIELD(vcsBranch),
+            FIELD(secondVcsRevision),
+            FIELD(secondVcsBranch),
+            FIELD(pcName),
+            FIELD(osName),
+            FIELD(transportLayers),
+            FIELD(tdcDravikXmlFilename),
+            FIELD(testName),
+            FIELD(osType),
+            FIELD(bit)};
+#undef FIELD
+}
+
+Json givenAsJson(const std::vector<Given>& list) {
+    Json json = Json::array();
+    for (const Given& given : list) {
+        const Json value = given.value ? Json(*given.value) : Json(nullptr);
+        json.push_back({{"source", given.source}, {"value", value}, {"outcome", given.outcome}});
+        if (!given.note.empty()) {
+            json.back()["note"] = given.note;
+        }
+    }
+    return json;
 }
 
 std::string findFailure(const Trace& trace, const std::string& tlList) {
@@ -106,6 +116,17 @@ std::string findFailure(const Trace& trace, const std::string& tlList) {
     return "an environment variable cannot be set, or memory ran out";
 }
 
+// The value that counts, or all of them joined by commas; empty when there is none.
+std::string textOf(const TracedOption& option) {
+    std::vector<std::string_view> values;
+    for (const Given& given : option.given) {
+        if (given.outcome == "won" || given.outcome == "collected") {
+            values.push_back(*given.value);
+        }
+    }
+    return fmt::format("{}", fmt::join(values, ","));
+}
+
 // The names of what the parse has set because of the option, joined by commas; null when nothing reads it.
 // fields: what accessors and the record hold.
 Json findTargets(const TracedOption& option, const Json& fields, const Variables& set) {
@@ -113,7 +134,7 @@ Json findTargets(const TracedOption& option, const Json& fields, const Variables
         return nullptr;
     }
     std::vector<std::string> targets;
-    const Json text = option.known.kind == OptionKind::Flag ? Json(true) : Json(option.text());
+    const Json text = option.known.kind == OptionKind::Flag ? Json(true) : Json(textOf(option));
     for (const std::string& target : option.known.sets) {
         const auto variable = set.find(target);
         // A driver stands first in it; otherwise it is set because of -socketbuffer.
@@ -143,14 +164,14 @@ std::string explain(const std::vector<std::string>& layer, const std::string& ta
     } else if (layer[1] != taken) {
         pattern = "class {}, driver {} lost to {}, the last in byte order";
     }
-    return fmt::format(fmt::runtime(pattern), printable(layer[0]), printable(layer.size() > 1 ? layer[1] : ""),
-                       printable(taken)) +
+    return fmt::format(fmt::runtime(pattern), printable(layer[0]),
+                       printable(layer.size() > 1 ? layer[1] : ""), printable(taken)) +
            (layer.size() > 2 ? "; what follows is ignored" : "");
 }
 
 void explainTransportLayers(TracedOption& option, bool isSet) {
     std::string taken;
-    for (const std::string& entry : splitAt(',', option.text())) {
+    for (const std::string& entry : splitAt(',', textOf(option))) {
         const std::vector<std::string> layer = splitAt(':', entry);
         if (layer.size() > 1 && layer[0] == "DravikGigE") {
             taken = std::max(taken, layer[1]);
@@ -184,8 +205,9 @@ Json reportParse(OrvexTestCommandLineParser& parser, int argc, char** argv) {
         if (option.name == "tl") {
             explainTransportLayers(option, set.count("ORVEX_GIGE_STREAMPARAMS") != 0);
         }
-        options.push_back(
-            {{"name", option.name}, {"sets", findTargets(option, fields, set)}, {"given", option.given}});
+        options.push_back({{"name", option.name},
+                           {"sets", findTargets(option, fields, set)},
+                           {"given", givenAsJson(option.given)}});
     }
     Json report = {{"succeeded", succeeded}, {"reason", nullptr}};
     if (!succeeded) {
@@ -196,7 +218,7 @@ Json reportParse(OrvexTestCommandLineParser& parser, int argc, char** argv) {
                    {"testRunInformation", record},
                    {"environment", changesAsJson(before)},
                    {"options", options},
-                   {"testPathOrigins", trace.testPaths},
+                   {"testPathOrigins", givenAsJson(trace.testPaths)},
                    {"sources", trace.sources}});
     return report;
 }

@@ -2,7 +2,6 @@
 
 #include <fmt/color.h>
 #include <algorithm>
-#include <vector>
 
 namespace {
 
@@ -20,71 +19,18 @@ std::string show(const Json& value) {
     return value.is_boolean() ? value ? "yes" : "no" : printable(value.get<std::string>());
 }
 
-std::vector<Row> resultRows(const Json& report) {
-    const bool succeeded = report["succeeded"];
-    std::vector<Row> rows = {{"parse", succeeded ? "succeeded" : "failed", styleFor(succeeded)}};
-    if (!succeeded) {
-        rows.push_back({"reason", report["reason"]});
-    }
-    for (const char* name : {"applicationName", "helpRequested", "waitBeforeExit", "outputFilename",
-                             "xmlFilename", "transportLayers"}) {
-        rows.push_back({name, show(report[name])});
-    }
-    rows.push_back({"testPaths", fmt::to_string(report["testPaths"].size())});
-    for (const Json& source : report["sources"]) {
-        // The program name in front does not count.
-        const std::string count = fmt::format("{} arguments", source["tokens"].size() - 1);
-        rows.push_back(
-            {source["name"], source["state"] == "scanned" ? count : source["state"].get<std::string>()});
-    }
-    return rows;
-}
-
-std::vector<Row> pathRows(const Json& report) {
-    std::vector<Row> rows;
-    for (const Json& path : report["testPathOrigins"]) {
-        const std::string note = path.contains("note") ? fmt::format("  ({})", show(path["note"])) : "";
-        rows.push_back({path["source"], show(path["value"]) + note});
-    }
-    return rows;
-}
-
-std::vector<Row> recordRows(const Json& report) {
-    std::vector<Row> rows;
-    Row empty = {"(empty)", ""};
-    for (const auto& [name, text] : report["testRunInformation"].items()) {
-        if (text != "") {
-            rows.push_back({name, show(text)});
-        } else {
-            empty.content += (empty.content.empty() ? "" : ", ") + name;
-        }
-    }
-    rows.push_back(empty);
-    return rows;
-}
-
-std::vector<Row> variableRows(const Json& report) {
-    std::vector<Row> rows;
-    for (const Json& change : report["environment"]) {
-        const Json& before = change["before"];
-        const std::string note = before.is_null() ? "" : fmt::format("  (was {})", show(before));
-        rows.push_back({change["name"], show(change["after"]) + note});
-    }
-    return rows;
-}
-
 // hints: where to put why options are ignored.
-std::vector<Row> optionRows(const Json& report, std::vector<Row>& hints) {
+std::vector<Row> optionRows(const Json& options, std::vector<Row>& hints) {
     std::vector<Row> rows;
-    for (const Json& option : report["options"]) {
+    for (const Json& option : options) {
         const std::string sets = option["sets"].is_null() ? "" : option["sets"];
         rows.push_back({typed(option["name"].get<std::string>()), sets.empty() ? "" : "sets " + sets});
         for (const Json& given : option["given"]) {
             const std::string outcome = given["outcome"];
             const bool counts = outcome == "won" || outcome == "collected" || outcome == "counted";
+            const std::string value = given["value"].is_null() ? "(flag)" : show(given["value"]);
             rows.push_back({"  " + outcome,
-                            fmt::format("{:17}  {}", given["source"].get<std::string>(),
-                                        given["value"].is_null() ? "(flag)" : show(given["value"])),
+                            fmt::format("{:17}  {}", given["source"].get<std::string>(), value),
                             styleFor(counts)});
             if (outcome == "ignored") {
                 hints.push_back({given["note"], ""});
@@ -117,13 +63,45 @@ std::string table(const char* title, const std::vector<Row>& rows, bool hasColou
 }  // namespace
 
 std::string asText(const Json& report, bool hasColour) {
+    const bool succeeded = report["succeeded"];
+    std::vector<Row> result = {{"parse", succeeded ? "succeeded" : "failed", styleFor(succeeded)}};
+    std::vector<Row> paths;
+    std::vector<Row> record;
+    std::vector<Row> environment;
     std::vector<Row> hints;
-    const std::vector<Row> options = optionRows(report, hints);
-    const char* paths = report["testPaths"].empty() ? "Test paths (not used)" : "Test paths";
-    const std::string text = table("Result", resultRows(report), hasColour) +
-                             table(paths, pathRows(report), hasColour) +
-                             table("Test-run record", recordRows(report), hasColour) +
-                             table("Environment", variableRows(report), hasColour) +
-                             table("Options", options, hasColour) + table("Hints", hints, hasColour);
-    return text.substr(1);
+    for (const auto& [name, value] : report.items()) {
+        if (name == "reason" ? !succeeded
+                             : value.is_string() || (value.is_boolean() && name != "succeeded")) {
+            result.push_back({name, name == "reason" ? value.get<std::string>() : show(value)});
+        }
+    }
+    for (const Json& source : report["sources"]) {
+        // The program name in front does not count.
+        const std::string count = fmt::format("{} arguments", source["tokens"].size() - 1);
+        result.push_back({source["name"], source["state"] == "scanned" ? count : show(source["state"])});
+    }
+    for (const Json& path : report["testPathOrigins"]) {
+        const std::string note = path.contains("note") ? fmt::format("  ({})", show(path["note"])) : "";
+        paths.push_back({path["source"], show(path["value"]) + note});
+    }
+    std::string empty;
+    for (const auto& [name, text] : report["testRunInformation"].items()) {
+        if (text == "") {
+            empty += (empty.empty() ? "" : ", ") + name;
+        } else {
+            record.push_back({name, show(text)});
+        }
+    }
+    record.push_back({"(empty)", empty});
+    for (const Json& change : report["environment"]) {
+        const Json& before = change["before"];
+        const std::string note = before.is_null() ? "" : fmt::format("  (was {})", show(before));
+        environment.push_back({change["name"], show(change["after"]) + note});
+    }
+    const std::vector<Row> options = optionRows(report["options"], hints);
+    const char* pathsTitle = report["testPaths"].empty() ? "Test paths (not used)" : "Test paths";
+    return (table("Result", result, hasColour) + table(pathsTitle, paths, hasColour) +
+            table("Test-run record", record, hasColour) + table("Environment", environment, hasColour) +
+            table("Options", options, hasColour) + table("Hints", hints, hasColour))
+        .substr(1);
 }

@@ -1,4 +1,4 @@
-#include "trace.h"
+#include "report.h"
 
 #include "parser/argument_tokenizer.h"
 #include "parser/option_scanner.h"
@@ -12,10 +12,12 @@
 namespace {
 
 // Notes what the scan of a source finds.
-class Tracer {
-public:
-    Tracer(const std::vector<std::string_view>& tokens, Json& source, bool& hasProgramName, Trace& trace)
-        : tokens(tokens), source(source), hasProgramName(hasProgramName), trace(trace) {}
+struct Tracer {
+    const std::vector<std::string_view>& tokens;
+    Json& source;
+    bool& hasProgramName;
+    Trace& trace;
+    std::vector<std::string_view>::const_iterator next = tokens.begin();
 
     bool hasPositionals() const {
         return hasProgramName;
@@ -56,7 +58,6 @@ public:
         addGiven(name, std::string(value));
     }
 
-private:
     void addToken(const Json& role) {
         source["tokens"].push_back({{"text", *next++}});
         source["tokens"].back().update(role);
@@ -105,12 +106,6 @@ private:
         return fmt::format(fmt::runtime(pattern), typed(name), path, following, typed(instead),
                            source["name"].get<std::string>());
     }
-
-    const std::vector<std::string_view>& tokens;
-    std::vector<std::string_view>::const_iterator next = tokens.begin();
-    Json& source;
-    bool& hasProgramName;
-    Trace& trace;
 };
 
 // Returns why the text cannot be split; empty when it can.
@@ -123,40 +118,34 @@ std::string split(const std::string& text, std::vector<std::string>& list) {
     }
 }
 
-// The place of the quote that is not closed: the longest start of the text that can be split ends there.
-std::size_t findOpenQuote(const std::string& text) {
-    std::vector<std::string> ignored;
-    std::size_t position = text.size();
-    do {
-        position = text.find_last_of("\"'", position - 1);
-    } while (!split(text.substr(0, position), ignored).empty());
-    return position;
-}
-
-// Returns the arguments in the variable, with the program name in front if there are any.
-std::vector<std::string> readVariable(const char* programName, Json& source, std::string& failure) {
-    const std::string name = source["name"];
-    const char* text = std::getenv(name.c_str());
-    std::vector<std::string> list;
-    const std::string message = split(text == nullptr ? "" : text, list);
-    source["state"] = text == nullptr ? "not set" : "blank";
-    if (!message.empty()) {
-        source.update({{"state", "malformed"}, {"message", message}});
-        const std::size_t quote = findOpenQuote(text);
-        failure = fmt::format("{}: the quote at byte {} is not closed: {} (the whole value: {})", name,
-                              quote + 1, printable(text + quote), printable(text));
-    } else if (!list.empty()) {
-        list.insert(list.begin(), programName);
+// Returns why the text of the variable is bad; empty when it is not.
+std::string readVariable(const char* name, Json& source, std::vector<std::string>& list) {
+    const char* value = std::getenv(name);
+    const std::string text = value == nullptr ? "" : value;
+    const std::string message = split(text, list);
+    source["state"] = value == nullptr ? "not set" : "blank";
+    if (message.empty()) {
+        return "";
     }
-    return list;
+    source.update({{"state", "malformed"}, {"message", message}});
+    // The longest start of the text that can be split ends at the quote.
+    std::vector<std::string> ignored;
+    std::size_t quote = text.size();
+    do {
+        quote = text.find_last_of("\"'", quote - 1);
+    } while (!split(text.substr(0, quote), ignored).empty());
+    return fmt::format("{}: the quote at byte {} is not closed: {} (the whole value: {})", name, quote + 1,
+                       printable(text.substr(quote)), printable(text));
 }
 
 // Of several values the last one wins. The first number that is refused ends the parse, and nothing looks
 // at those after it.
-void settle(TracedOption& option, std::string& failure) {
+void settle(TracedOption& option, bool isUsed, std::string& failure) {
     Given* winner = nullptr;
     for (auto given = option.given.rbegin(); given != option.given.rend(); ++given) {
-        if (given->outcome == "won" && winner != nullptr) {
+        if (!isUsed) {
+            *given = {given->source, given->value, "not used", ""};
+        } else if (given->outcome == "won" && winner != nullptr) {
             given->outcome = "lost";
             given->note = fmt::format("to {} from {}", printable(*winner->value), winner->source);
         } else if (given->outcome == "won") {
@@ -178,25 +167,6 @@ void settle(TracedOption& option, std::string& failure) {
 
 }  // namespace
 
-void to_json(Json& json, const Given& given) {
-    json = {{"source", given.source},
-            {"value", given.value ? Json(*given.value) : Json(nullptr)},
-            {"outcome", given.outcome}};
-    if (!given.note.empty()) {
-        json["note"] = given.note;
-    }
-}
-
-std::string TracedOption::text() const {
-    std::vector<std::string_view> values;
-    for (const Given& one : given) {
-        if (one.outcome == "won" || one.outcome == "collected") {
-            values.push_back(*one.value);
-        }
-    }
-    return fmt::format("{}", fmt::join(values, ","));
-}
-
 Trace traceArguments(int argc, char** argv) {
     Trace trace;
     bool hasProgramName = false;
@@ -206,31 +176,28 @@ Trace traceArguments(int argc, char** argv) {
         if (argc < 1 || !trace.failure.empty()) {
             continue;
         }
-        const std::vector<std::string> list = name[0] == 'c' ? std::vector<std::string>(argv, argv + argc)
-                                                             : readVariable(argv[0], source, trace.failure);
-        if (!list.empty()) {
+        std::vector<std::string> list;
+        std::vector<std::string_view> tokens(argv, argv + argc);
+        if (name != std::string_view("command line")) {
+            trace.failure = readVariable(name, source, list);
+            tokens.resize(list.empty() ? 0 : 1);
+            tokens.insert(tokens.end(), list.begin(), list.end());
+        }
+        if (!tokens.empty()) {
             source["state"] = "scanned";
-            const std::vector<std::string_view> tokens(list.begin(), list.end());
-            Tracer tracer(tokens, source, hasProgramName, trace);
+            Tracer tracer{tokens, source, hasProgramName, trace};
             orvex::OptionScanner(tokens, tracer).scan();
         }
     }
-    if (!trace.failure.empty()) {
-        // After a quote that is not closed, the parser does not look at what it has scanned.
-        for (TracedOption& option : trace.options) {
-            for (Given& given : option.given) {
-                given = {given.source, given.value, "not used", ""};
-            }
-        }
-        for (Given& path : trace.testPaths) {
-            path.outcome = "not used";
-        }
-        return trace;
+    // After a quote that is not closed, the parser does not look at what it has scanned.
+    const bool isUsed = trace.failure.empty();
+    for (Given& path : trace.testPaths) {
+        path.outcome = isUsed ? path.outcome : "not used";
     }
     for (const KnownOption& known : knownOptions()) {
         for (TracedOption& option : trace.options) {
             if (&option.known == &known) {
-                settle(option, trace.failure);
+                settle(option, isUsed, trace.failure);
             }
         }
     }
