@@ -2,13 +2,11 @@
 //
 //     ORVEX_TEST_ARGS='-tl DravikGigE' show_arguments -o result.xml TestSuiteGigE
 //
-// Reads two environment variables of its own: SHOW_ARGUMENTS_FORMAT, "text" or "json", and NO_COLOR,
-// which keeps the text free of colour on a terminal.
-//
-// Exits with 0; with 1, and the reason on standard error, when the arguments are bad; and with 2 when
-// it cannot do its own work.
+// SHOW_ARGUMENTS_FORMAT=json asks for JSON instead of text, NO_COLOR=1 for text without colour. Exits
+// with 0; with 1, and the reason on standard error, when the arguments are bad; and with 2 when it cannot
+// do its own work.
 
-#include "report.h"
+#include "show_arguments.h"
 
 #include <unistd.h>
 #include <algorithm>
@@ -24,12 +22,6 @@ namespace {
 std::string_view readVariable(const char* name) {
     const char* text = std::getenv(name);
     return text == nullptr ? "" : text;
-}
-
-bool isColourWanted() {
-    const std::string_view terminal = readVariable("TERM");
-    return isatty(STDOUT_FILENO) != 0 && readVariable("NO_COLOR").empty() && !terminal.empty() &&
-           terminal != "dumb";
 }
 
 }  // namespace
@@ -49,7 +41,9 @@ int main(int argc, char** argv) try {
     } else if (isHelpWanted) {
         std::cout << parser.getHelpMessage(argc > 0 ? argv[0] : "") << '\n';
     } else {
-        std::cout << asText(report, isColourWanted());
+        const std::string_view terminal = readVariable("TERM");
+        const bool hasColour = isatty(STDOUT_FILENO) != 0 && !terminal.empty() && terminal != "dumb";
+        std::cout << asText(report, hasColour && readVariable("NO_COLOR").empty());
     }
     if (!std::cout.flush()) {
         throw std::runtime_error("cannot write to standard output");

@@ -1,4 +1,4 @@
-#include "options.h"
+#include "show_arguments.h"
 
 #include <fmt/format.h>
 #include <algorithm>

@@ -1,6 +1,5 @@
-#include "report.h"
-
 #include "environment/split_string.h"
+#include "show_arguments.h"
 
 #include <fmt/format.h>
 #include <algorithm>
@@ -66,28 +65,23 @@ Json changesAsJson(const Variables& before) {
     return changes;
 }
 
-Json recordAsJson(const TestRunInformation& information) {
-#define FIELD(name) \
-    { #name, information.name }
-    return {FIELD(group),
-            FIELD(guid),
-            FIELD(runName),
-            FIELD(runDescription),
-            FIELD(product),
-            FIELD(fixedZero),
-            FIELD(userId),
-            FIELD(vcsRevision),
-            FIELD(vcsBranch),
-            FIELD(secondVcsRevision),
-            FIELD(secondVcsBranch),
-            FIELD(pcName),
-            FIELD(osName),
-            FIELD(transportLayers),
-            FIELD(tdcDravikXmlFilename),
-            FIELD(testName),
-            FIELD(osType),
-            FIELD(bit)};
-#undef FIELD
+Json recordAsJson(const TestRunInformation& record) {
+    const char* const names[] = {
+        "group",           "guid",   "runName",     "runDescription",  "product",
+        "fixedZero",       "userId", "vcsRevision", "vcsBranch",       "secondVcsRevision",
+        "secondVcsBranch", "pcName", "osName",      "transportLayers", "tdcDravikXmlFilename",
+        "testName",        "osType", "bit"};
+    const char* const* name = names;
+    Json json;
+    for (const std::string* text :
+         {&record.group, &record.guid, &record.runName, &record.runDescription, &record.product,
+          &record.fixedZero, &record.userId, &record.vcsRevision, &record.vcsBranch,
+          &record.secondVcsRevision, &record.secondVcsBranch, &record.pcName, &record.osName,
+          &record.transportLayers, &record.tdcDravikXmlFilename, &record.testName, &record.osType,
+          &record.bit}) {
+        json[*name++] = *text;
+    }
+    return json;
 }
 
 Json givenAsJson(const std::vector<Given>& list) {

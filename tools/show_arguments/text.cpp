@@ -1,41 +1,32 @@
-#include "report.h"
+#include "show_arguments.h"
 
 #include <fmt/color.h>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
-struct Row {
-    std::string label;
-    std::string content;
-    fmt::text_style style = {};  // of the label
-};
-
-fmt::text_style styleFor(bool isGood) {
-    return fmt::fg(isGood ? fmt::terminal_color::green : fmt::terminal_color::red);
-}
+using Rows = std::vector<std::pair<std::string, std::string>>;
 
 std::string show(const Json& value) {
     return value.is_boolean() ? value ? "yes" : "no" : printable(value.get<std::string>());
 }
 
-// hints: where to put why options are ignored.
-std::vector<Row> optionRows(const Json& options, std::vector<Row>& hints) {
-    std::vector<Row> rows;
+// The rows of the options; why one is ignored goes into hints.
+Rows optionRows(const Json& options, Rows& hints) {
+    Rows rows;
     for (const Json& option : options) {
         const std::string sets = option["sets"].is_null() ? "" : option["sets"];
-        rows.push_back({typed(option["name"].get<std::string>()), sets.empty() ? "" : "sets " + sets});
+        rows.emplace_back(typed(option["name"].get<std::string>()), sets.empty() ? "" : "sets " + sets);
         for (const Json& given : option["given"]) {
             const std::string outcome = given["outcome"];
-            const bool counts = outcome == "won" || outcome == "collected" || outcome == "counted";
             const std::string value = given["value"].is_null() ? "(flag)" : show(given["value"]);
-            rows.push_back({"  " + outcome,
-                            fmt::format("{:17}  {}", given["source"].get<std::string>(), value),
-                            styleFor(counts)});
+            rows.emplace_back("  " + outcome,
+                              fmt::format("{:17}  {}", given["source"].get<std::string>(), value));
             if (outcome == "ignored") {
-                hints.push_back({given["note"], ""});
+                hints.emplace_back(given["note"], "");
             } else if (given.contains("note")) {
-                rows.push_back({"", given["note"]});
+                rows.emplace_back("", given["note"]);
             }
         }
     }
@@ -43,19 +34,26 @@ std::vector<Row> optionRows(const Json& options, std::vector<Row>& hints) {
 }
 
 // Nothing, not even a title, without rows.
-std::string table(const char* title, const std::vector<Row>& rows, bool hasColour) {
+std::string table(const char* title, const Rows& rows, bool hasColour) {
     constexpr std::size_t widestLabel = 25;
     std::size_t width = 0;
-    for (const Row& row : rows) {
-        width = std::max(width, std::min(row.label.size(), widestLabel));
+    for (const auto& row : rows) {
+        width = std::max(width, std::min(row.first.size(), widestLabel));
     }
     const auto styled = [hasColour](const fmt::text_style& style, const std::string& text) {
         return hasColour ? fmt::format(style, "{}", text) : text;
     };
     std::string text = rows.empty() ? "" : fmt::format("\n{}\n", styled(fmt::emphasis::bold, title));
-    for (const Row& row : rows) {
-        const std::string label = row.content.empty() ? row.label : fmt::format("{:{}}  ", row.label, width);
-        text += fmt::format("  {}{}\n", styled(row.style, label), row.content);
+    for (const auto& [label, content] : rows) {
+        fmt::text_style style;
+        for (const char* good : {"succeeded", "  won", "  collected", "  counted"}) {
+            style = label == good ? fmt::fg(fmt::terminal_color::green) : style;
+        }
+        for (const char* bad : {"failed", "  lost", "  refused", "  ignored", "  not used"}) {
+            style = label == bad ? fmt::fg(fmt::terminal_color::red) : style;
+        }
+        const std::string padded = content.empty() ? label : fmt::format("{:{}}  ", label, width);
+        text += fmt::format("  {}{}\n", styled(style, padded), content);
     }
     return text;
 }
@@ -63,45 +61,49 @@ std::string table(const char* title, const std::vector<Row>& rows, bool hasColou
 }  // namespace
 
 std::string asText(const Json& report, bool hasColour) {
-    const bool succeeded = report["succeeded"];
-    std::vector<Row> result = {{"parse", succeeded ? "succeeded" : "failed", styleFor(succeeded)}};
-    std::vector<Row> paths;
-    std::vector<Row> record;
-    std::vector<Row> environment;
-    std::vector<Row> hints;
-    for (const auto& [name, value] : report.items()) {
-        if (name == "reason" ? !succeeded
-                             : value.is_string() || (value.is_boolean() && name != "succeeded")) {
-            result.push_back({name, name == "reason" ? value.get<std::string>() : show(value)});
-        }
+    const std::string reason = report["succeeded"] ? "" : report["reason"];
+    Rows result = {{reason.empty() ? "succeeded" : "failed", reason}};
+    Rows paths;
+    Rows record;
+    Rows variables;
+    Rows hints;
+    for (const char* name : {"applicationName", "helpRequested", "waitBeforeExit", "outputFilename",
+                             "xmlFilename", "transportLayers"}) {
+        result.emplace_back(name, show(report[name]));
     }
     for (const Json& source : report["sources"]) {
         // The program name in front does not count.
         const std::string count = fmt::format("{} arguments", source["tokens"].size() - 1);
-        result.push_back({source["name"], source["state"] == "scanned" ? count : show(source["state"])});
+        result.emplace_back(source["name"], source["state"] == "scanned" ? count : show(source["state"]));
     }
     for (const Json& path : report["testPathOrigins"]) {
         const std::string note = path.contains("note") ? fmt::format("  ({})", show(path["note"])) : "";
-        paths.push_back({path["source"], show(path["value"]) + note});
+        paths.emplace_back(path["source"], show(path["value"]) + note);
     }
     std::string empty;
     for (const auto& [name, text] : report["testRunInformation"].items()) {
         if (text == "") {
             empty += (empty.empty() ? "" : ", ") + name;
         } else {
-            record.push_back({name, show(text)});
+            record.emplace_back(name, show(text));
         }
     }
-    record.push_back({"(empty)", empty});
+    record.emplace_back("(empty)", empty);
     for (const Json& change : report["environment"]) {
         const Json& before = change["before"];
         const std::string note = before.is_null() ? "" : fmt::format("  (was {})", show(before));
-        environment.push_back({change["name"], show(change["after"]) + note});
+        variables.emplace_back(change["name"], show(change["after"]) + note);
     }
-    const std::vector<Row> options = optionRows(report["options"], hints);
+    const Rows options = optionRows(report["options"], hints);
     const char* pathsTitle = report["testPaths"].empty() ? "Test paths (not used)" : "Test paths";
-    return (table("Result", result, hasColour) + table(pathsTitle, paths, hasColour) +
-            table("Test-run record", record, hasColour) + table("Environment", environment, hasColour) +
-            table("Options", options, hasColour) + table("Hints", hints, hasColour))
-        .substr(1);
+    std::string text;
+    for (const auto& [title, rows] : {std::pair("Result", &std::as_const(result)),
+                                      {pathsTitle, &paths},
+                                      {"Test-run record", &record},
+                                      {"Environment", &variables},
+                                      {"Options", &options},
+                                      {"Hints", &hints}}) {
+        text += table(title, *rows, hasColour);
+    }
+    return text.substr(1);
 }

@@ -1,7 +1,6 @@
-#include "report.h"
-
 #include "parser/argument_tokenizer.h"
 #include "parser/option_scanner.h"
+#include "show_arguments.h"
 
 #include <fmt/format.h>
 #include <algorithm>
@@ -15,12 +14,11 @@ namespace {
 struct Tracer {
     const std::vector<std::string_view>& tokens;
     Json& source;
-    bool& hasProgramName;
     Trace& trace;
     std::vector<std::string_view>::const_iterator next = tokens.begin();
 
     bool hasPositionals() const {
-        return hasProgramName;
+        return trace.hasProgramName;
     }
     bool isValueOption(std::string_view name) const {
         const OptionKind kind = findKnownOption(name).kind;
@@ -34,7 +32,7 @@ struct Tracer {
     }
 
     void positional(std::string_view token) {
-        const bool isTestPath = std::exchange(hasProgramName, true);
+        const bool isTestPath = std::exchange(trace.hasProgramName, true);
         addToken({{"became", isTestPath ? "test path" : "program name"}});
         if (isTestPath) {
             const char* note = token.substr(0, 1) == "-" ? "begins with a number, so it is no option" : "";
@@ -85,7 +83,7 @@ struct Tracer {
     std::string explainIgnored(std::string_view name, const KnownOption& known, bool hasValue) const {
         const bool isLast = next == tokens.end();
         const bool isInline = known.kind == OptionKind::InlineValue;
-        const bool isPathNext = !hasValue && !isLast && hasProgramName && !orvex::isOptionToken(*next);
+        const bool isPathNext = !hasValue && !isLast && trace.hasProgramName && !orvex::isOptionToken(*next);
         const std::string following = isPathNext || !(isLast || isInline) ? printable(*next) : "VALUE";
         const std::string path = isPathNext ? fmt::format(", and {} became a test path", following) : "";
         std::string_view instead = nearestOption(name);
@@ -169,7 +167,6 @@ void settle(TracedOption& option, bool isUsed, std::string& failure) {
 
 Trace traceArguments(int argc, char** argv) {
     Trace trace;
-    bool hasProgramName = false;
     for (const char* name : {"ORVEX_TEST_ARGS", "command line", "_ORVEX_TEST_ARGS_"}) {
         trace.sources.push_back({{"name", name}, {"state", "not reached"}, {"tokens", Json::array()}});
         Json& source = trace.sources.back();
@@ -185,7 +182,7 @@ Trace traceArguments(int argc, char** argv) {
         }
         if (!tokens.empty()) {
             source["state"] = "scanned";
-            Tracer tracer{tokens, source, hasProgramName, trace};
+            Tracer tracer{tokens, source, trace};
             orvex::OptionScanner(tokens, tracer).scan();
         }
     }
