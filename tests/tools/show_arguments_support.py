@@ -51,12 +51,6 @@ def changes(report):
     return {entry["name"]: (entry["before"], entry["after"]) for entry in report["environment"]}
 
 
-def given(report, option):
-    """The occurrences of an option as (source, value, outcome)."""
-    found = [entry for entry in report["options"] if entry["name"] == option]
-    return [(one["source"], one["value"], one["outcome"]) for entry in found for one in entry["given"]]
-
-
 def show_on_terminal(columns, *arguments, variables=None):
     """What the program writes to a terminal of that many columns, errors included."""
     try:

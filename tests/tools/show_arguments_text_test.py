@@ -16,7 +16,7 @@ class TextReport(unittest.TestCase):
     maxDiff = None
 
     def test_shows_what_a_test_program_sees_and_where_it_came_from(self):
-        result = show("-o", "b", "-o", "c", "-w", "Suite", variables={
+        result = show("-o", "c", "-w", "Suite", variables={
             "ORVEX_TEST_ARGS": "-o a -tdc_guid '' First", "_ORVEX_TEST_ARGS_": " \t",
             "ORVEX_GIGE_STREAM_GEVSCPS": "9000"})
         self.assertEqual((result.returncode, result.stderr), (0, ""))
@@ -30,7 +30,7 @@ class TextReport(unittest.TestCase):
             '  xmlFilename        ""',
             '  transportLayers    ""',
             "  ORVEX_TEST_ARGS    5 arguments",
-            "  command line       6 arguments",
+            "  command line       4 arguments",
             "  _ORVEX_TEST_ARGS_  blank",
         ])
         self.assertEqual(found["Test paths"], ["  ORVEX_TEST_ARGS  First", "  command line     Suite"])
@@ -41,8 +41,6 @@ class TextReport(unittest.TestCase):
         self.assertEqual(found["Options"], [
             "  -o         sets outputFilename",
             "    lost     ORVEX_TEST_ARGS    a",
-            "             to c from command line",
-            "    lost     command line       b",
             "             to c from command line",
             "    won      command line       c",
             "  -tdc_guid",
@@ -55,17 +53,13 @@ class TextReport(unittest.TestCase):
 
     def test_empty_fields_of_the_record_share_a_line(self):
         lines = sections(show("-bit", "64").stdout)["Test-run record"]
-        self.assertEqual([line.split()[0] for line in lines],
-                         ["group", "fixedZero", "transportLayers", "bit", "(empty)"])
-        names = lines[-1].replace("(empty)", "").replace(",", "").split()
-        self.assertEqual(names, [name for name in RECORD_FIELDS if name not in
-                                 ("group", "fixedZero", "transportLayers", "bit")])
+        filled = ["group", "fixedZero", "transportLayers", "bit"]
+        self.assertEqual([line.split()[0] for line in lines], [*filled, "(empty)"])
+        self.assertEqual(lines[-1].replace(",", "").split()[1:], [name for name in RECORD_FIELDS if name not in filled])
 
     def test_each_test_path_is_listed_once(self):
         paths = [f"Suite{i}" for i in range(300)]
-        output = show(*paths).stdout
-        self.assertEqual(re.findall(r"Suite\d+", output), paths)
-        self.assertLess(output.count("\n"), 330)
+        self.assertEqual(re.findall(r"Suite\d+", show(*paths).stdout), paths)
 
     def test_text_that_a_terminal_would_act_on_is_escaped(self):
         values = {"-o": "a\x1b[31m\n\"\\", "-x": " blank", "-testname": "Größe 日本", "-pcname": b"\xff\xc2\x9b"}
@@ -103,19 +97,12 @@ class Why(unittest.TestCase):
             "class DravikGigE, driver z taken",
             "class DravikGigE, driver Z lost to z, the last in byte order"])
 
-    def test_a_driver_of_a_parse_that_failed_before_is_not_used(self):
-        lines = self.options("-tl", "DravikGigE:A", "-socketbuffer", "x")
-        self.assertIn("class DravikGigE, driver A not used: the parse failed", lines[2])
-
-    def test_a_number_is_refused_and_one_after_it_is_not_looked_at(self):
-        self.assertEqual(self.options("-camemu", "x", "-packetdelay", "-2"), [
-            "  -camemu",
-            "    not used    command line       x",
-            "                does not begin with a digit",
-            "  -packetdelay",
-            "    refused     command line       -2",
-            "                does not begin with a digit",
-        ])
+    def test_a_number_is_refused_and_what_comes_after_it_is_not_used(self):
+        lines = self.options("-tl", "DravikGigE:A", "-camemu", "x", "-socketbuffer", "-2")
+        self.assertEqual([" ".join(line.split()) for line in lines[2:]], [
+            "class DravikGigE, driver A not used: the parse failed",
+            "-camemu", "not used command line x", "does not begin with a digit",
+            "-socketbuffer", "refused command line -2", "does not begin with a digit"])
 
 
 class Hints(unittest.TestCase):
@@ -126,14 +113,10 @@ class Hints(unittest.TestCase):
                 "-packetsise is not read, and 1500 became a test path; did you mean -packetsize?",
             ("-packetszie", "-w"): "-packetszie is not read; did you mean -packetsize?",
             ("-HELP",): "-HELP is not read; did you mean -help?",
-            ("-TL=A",): "-TL is not read; did you mean -tl?",
             ("-guid=1",): "-guid is not read; did you mean -tdc_guid?",
-            ("-tdc_ostype=1",): "-tdc_ostype is not read; did you mean -ostype?",
-            ("-verbose",): "-verbose is not read",
             ("--",): "-- is not read",
             ("-tdc_name", "N"):
                 "-tdc_name is not read, although the usage text names it, and N became a test path; use -testname",
-            ("-tdc_pcname=N",): "-tdc_pcname is not read, although the usage text names it; use -pcname",
             ("-tdc_osname",): "-tdc_osname is not read, although the usage text names it; use -osname",
             ("-tdc_variant", "V"):
                 "-tdc_variant has no value, and V became a test path; write -tdc_variant=V",
@@ -154,9 +137,7 @@ class Hints(unittest.TestCase):
                 self.assertNotIn("Hints", output)
 
     def test_a_number_is_no_option(self):
-        self.assertEqual(sections(show("-5", "-2d").stdout)["Test paths"], [
-            "  command line  -5  (begins with a number, so it is no option)",
-            "  command line  -2d  (begins with a number, so it is no option)"])
+        self.assertIn("-2d  (begins with a number, so it is no option)\n", show("-2d").stdout)
 
     def test_there_are_none_for_what_the_parser_did_not_look_at(self):
         self.assertNotIn("Hints", show("-foo", "X", variables={"_ORVEX_TEST_ARGS_": "'"}).stdout)
@@ -206,24 +187,14 @@ class Failure(unittest.TestCase):
         self.assertEqual(found["Test paths (not used)"], ["  command line  Suite"])
         self.assertEqual(found["Options"], ["  -o", "    not used  command line       a"])
 
-    def test_each_number_that_does_not_begin_with_a_digit(self):
+    def test_the_first_number_that_does_not_begin_with_a_digit(self):
         numbers = ("socketbuffer", "packetsize", "packetdelay", "camemu")
         for i, option in enumerate(numbers):
             # Those that are checked later are bad, too.
-            others = [word for other in reversed(numbers[i:]) for word in (f"-{other}", "-1")]
+            bad = [word for other in reversed(numbers[i:]) for word in (f"-{other}", "-1")]
             with self.subTest(option=option):
-                self.assert_fails(
-                    show(*others, variables={"_ORVEX_TEST_ARGS_": f"-{option} x1"}),
-                    f"the value of -{option} does not begin with a digit: x1 (_ORVEX_TEST_ARGS_)")
-
-    def test_a_bad_value_that_lost_or_is_empty_is_no_reason(self):
-        self.assertEqual(show("-camemu", "x", "-camemu", "2", "-socketbuffer=").returncode, 0)
-
-    def test_what_was_set_before_the_failure_is_shown(self):
-        found = self.assert_fails(
-            show("-packetdelay", "x"), "the value of -packetdelay does not begin with a digit: x (command line)")
-        self.assertEqual([line.split()[0] for line in found["Environment"]],
-                         ["ORVEX_GIGE_STREAM_GEVSCPS", "ORVEX_GTC_USE_EXTRA_TL"])
+                self.assert_fails(show(*bad, variables={"_ORVEX_TEST_ARGS_": f"-{option} x1"}),
+                                  f"the value of -{option} does not begin with a digit: x1 (_ORVEX_TEST_ARGS_)")
 
     @unittest.skipUnless(sys.platform.startswith("linux"), "needs a relative library search path")
     def test_application_directory_that_cannot_be_found(self):
@@ -240,8 +211,8 @@ class Failure(unittest.TestCase):
 
     def test_the_program_itself_fails_differently(self):
         result = show(variables={"SHOW_ARGUMENTS_FORMAT": "xml"})
-        self.assertEqual((result.returncode, result.stdout), (2, ""))
-        self.assertEqual(result.stderr, "show_arguments: SHOW_ARGUMENTS_FORMAT must be text or json\n")
+        self.assertEqual((result.returncode, result.stdout, result.stderr),
+                         (2, "", "show_arguments: SHOW_ARGUMENTS_FORMAT must be text or json\n"))
 
     @unittest.skipUnless(os.path.exists("/dev/full"), "needs a file that is always full")
     def test_a_full_output_is_an_error(self):
