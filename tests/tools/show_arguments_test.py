@@ -1,15 +1,206 @@
-"""What show_arguments prints for people, and how it ends."""
+"""What show_arguments prints for people and for programs, and how it ends. The command line:
 
+    show_arguments_test.py SHOW_ARGUMENTS LIBRARY [TEST...]
+"""
+
+import fcntl
+import json
 import os
+import pathlib
+import pty
 import re
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
+import termios
 import unittest
 
-from show_arguments_support import (
-    LIBRARY, PROGRAM, RECORD_FIELDS, clean_environment, run, sections, show, show_on_terminal)
+ROOT = pathlib.Path(__file__).parents[2]
+sys.path.insert(0, str(ROOT / "tests" / "support"))
+from program import clean_environment, run
+
+PROGRAM = sys.argv.pop(1)
+LIBRARY = sys.argv.pop(1)
+
+RECORD_FIELDS = [
+    "group", "guid", "runName", "runDescription", "product", "fixedZero", "userId", "vcsRevision", "vcsBranch",
+    "secondVcsRevision", "secondVcsBranch", "pcName", "osName", "transportLayers", "tdcDravikXmlFilename",
+    "testName", "osType", "bit",
+]
+
+
+def show(*arguments, variables=None, **options):
+    return run((PROGRAM, *arguments), variables, **options)
+
+
+def sections(output):
+    """The lines of each section by its title."""
+    found = {}
+    for block in output.rstrip("\n").split("\n\n"):
+        title, *lines = block.split("\n")
+        found[title] = lines
+    return found
+
+
+def show_json(*arguments, variables=None):
+    result = show(*arguments, variables={"SHOW_ARGUMENTS_FORMAT": "json", **(variables or {})})
+    report = json.loads(result.stdout)
+    return report, result
+
+
+def changes(report):
+    return {entry["name"]: (entry["before"], entry["after"]) for entry in report["environment"]}
+
+
+def show_on_terminal(columns, *arguments, variables=None):
+    """What the program writes to a terminal of that many columns, errors included."""
+    try:
+        screen, terminal = pty.openpty()
+    except OSError as error:
+        raise unittest.SkipTest(f"there is no terminal device here: {error}")
+    fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+    environment = clean_environment({"TERM": "xterm", **(variables or {})})
+    with subprocess.Popen((PROGRAM, *arguments), env=environment, stdin=subprocess.DEVNULL, stdout=terminal,
+                          stderr=terminal) as program:
+        os.close(terminal)
+        output = b""
+        try:
+            while block := os.read(screen, 65536):
+                output += block
+        except OSError:
+            pass  # Linux reports the end of the last writer as an error.
+        program.wait(60)
+    os.close(screen)
+    return output.decode().replace("\r\n", "\n")
+
+
+class Json(unittest.TestCase):
+    maxDiff = None
+
+    def test_holds_what_a_test_program_sees(self):
+        report, result = show_json(
+            "-tl", "A", "-tl", "B", "-o=out", "-w", "-?", "Suite", "-tdc_vcsbranch", "main", "-bit", "64",
+            variables={"ORVEX_GIGE_STREAM_GEVSCPS": "9000"})
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertEqual(list(report), [
+            "succeeded", "reason", "applicationName", "helpRequested", "waitBeforeExit", "outputFilename",
+            "xmlFilename", "transportLayers", "testPaths", "testRunInformation", "environment", "options",
+            "testPathOrigins", "sources"])
+        self.assertEqual(list(report["testRunInformation"]), RECORD_FIELDS)
+        filled = {name: text for name, text in report["testRunInformation"].items() if text}
+        self.assertEqual(filled, {
+            "group": "orvex", "fixedZero": "0", "vcsBranch": "main", "secondVcsBranch": "main",
+            "transportLayers": "A,B", "bit": "64"})
+        self.assertEqual(list(report.values())[:9], [True, None, PROGRAM, True, True, "out", "", "A,B", ["Suite"]])
+        self.assertEqual(changes(report), {
+            "ORVEX_GTC_USE_EXTRA_TL": (None, "1"),
+            "ORVEX_DEVICE_FILTER": (None, "DeviceClass=A||DeviceClass=B"),
+            "ORVEX_GIGE_STREAM_GEVSCPS": ("9000", "8192"),
+            "VCS_BRANCH": (None, "main"),
+            "TRANSPORT_LAYER": (None, "A B"),
+        })
+
+    def test_tells_what_each_token_became(self):
+        rows = {
+            ("-o", "file"): [("option", "o"), ("value", "o")],
+            ("--o=", "-w=1"): [("option with value", "o"), ("option with value", "w")],
+            ("-o", "-w"): [("flag", "o"), ("flag", "w")],
+            ("-o", "-o=a=b"): [("flag", "o"), ("option with value", "o")],
+            ("-packetdelay", "-5"): [("option", "packetdelay"), ("value", "packetdelay")],
+            ("-w", "Suite"): [("flag", "w"), ("test path", None)],
+            ("-tdc_variant", "V"): [("flag", "tdc_variant"), ("test path", None)],
+            ("-tdc_variant=V",): [("option with value", "tdc_variant")],
+            ("-5", "", "+x", "/x"): [("test path", None)] * 4,
+            ("-", "---", "--", "a"): [("flag", "-"), ("flag", "---"), ("flag", "--"), ("test path", None)],
+            ("-=x", "-=x"): [("option with value", "")] * 2,
+        }
+        for tokens, expected in rows.items():
+            with self.subTest(tokens=tokens):
+                report, _ = show_json(*tokens)
+                found = [(token["became"], token.get("option")) for token in report["sources"][1]["tokens"]]
+                self.assertEqual(found, [("program name", None)] + expected)
+
+    def test_a_failed_parse_has_its_reason_in_the_report_and_on_standard_error(self):
+        report, result = show_json("Suite", "-x", variables={"_ORVEX_TEST_ARGS_": "'"})
+        self.assertEqual(result.returncode, 1)
+        self.assertIs(report["succeeded"], False)
+        self.assertEqual(result.stderr, f"show_arguments: the parse failed: {report['reason']}\n")
+        self.assertEqual([source["state"] for source in report["sources"]], ["not set", "scanned", "malformed"])
+        self.assertEqual(report["sources"][2]["message"], "Starting quote has no ending quote.")
+        self.assertEqual(report["testPathOrigins"][0]["outcome"], "not used")
+        self.assertEqual(report["options"][0]["given"], [
+            {"source": "command line", "value": None, "outcome": "not used"}])
+
+    def test_any_text_becomes_valid_json(self):
+        report, _ = show_json("-o", "\"\\\n\x1b\x7f", "-x", "Größe", "-testname", b"a\xffb")
+        self.assertEqual(report["outputFilename"], "\"\\\n\x1b\x7f")
+        self.assertEqual(report["xmlFilename"], "Größe")
+        self.assertEqual(report["testRunInformation"]["testName"], "a\ufffdb")
+
+
+def names_in(path, pattern):
+    """The names in quotes within each match of the pattern in a source file."""
+    found = re.findall(pattern, (ROOT / path).read_text(encoding="utf-8"), re.DOTALL)
+    return {name for text in found for name in re.findall('"([^"]*)"', text)}
+
+
+class Options(unittest.TestCase):
+    """The option table of the tool, row by row, against what the library does with the option."""
+
+    PARSER = "src/parser/OrvexTestCommandLineParser.cpp"
+    REGISTERED = names_in(PARSER, r"add(?:Multi)?ValueOptions\((.*?)\)")
+    FLAGS = names_in(PARSER, r"helpSwitches\[\] = (.*?);") | {"w"}
+    # The values of an option that sets other variables than those of any value.
+    VALUES = {"tl": ("DravikGTC", "DravikGigE:SocketDriver")}
+
+    def assert_shows_what_it_sets(self, name, *arguments):
+        """What changes with the option is what the report says that it sets, by name."""
+        def seen(report):
+            accessors = {key: report[key] for key in (
+                "helpRequested", "waitBeforeExit", "outputFilename", "xmlFilename", "transportLayers")}
+            variables = {key: after for key, (_, after) in changes(report).items()}
+            return {**report["testRunInformation"], **accessors, **variables}
+        without, (report, _) = seen(show_json()[0]), show_json(*arguments)
+        changed = {key for key, value in seen(report).items() if without.get(key) != value}
+        (option,) = report["options"]
+        self.assertEqual(option["name"], name)
+        self.assertEqual(set(option["sets"].split(", ")), changed)
+        self.assertEqual(report["testPaths"], [])
+
+    def test_each_registered_option_takes_its_value_and_sets_what_is_shown(self):
+        self.assertGreater(len(self.REGISTERED), 20)
+        for name in sorted(self.REGISTERED):
+            for value in self.VALUES.get(name, ("7",)):
+                with self.subTest(option=name, value=value):
+                    self.assert_shows_what_it_sets(name, f"-{name}", value)
+                    self.assert_shows_what_it_sets(name, f"-{name}={value}")
+
+    def test_each_flag_and_the_variant_set_what_is_shown(self):
+        self.assertEqual(len(self.FLAGS), 5)
+        for argument in sorted(self.FLAGS) + ["tdc_variant=V"]:
+            with self.subTest(argument=argument):
+                self.assert_shows_what_it_sets(argument.split("=")[0], "-" + argument)
+
+    def test_the_table_has_each_option_and_no_other(self):
+        rows = names_in("tools/show_arguments/options.cpp", r"{(\"[^\"]+\"),\s+OptionKind::(?!Unread)")
+        self.assertEqual(rows, self.REGISTERED | self.FLAGS | {"tdc_variant"})
+
+    def test_each_variable_shows_although_it_held_the_same_before(self):
+        arguments = ("-tl", "DravikGigE:A", "-packetdelay", "7", "-camemu", "2", "-tdc_guid", "1")
+        first, _ = show_json(*arguments)
+        environment = {name: after for name, (_, after) in changes(first).items()}
+        second, _ = show_json(*arguments, variables=environment)
+        self.assertEqual(second["environment"], [])
+        self.assertEqual(second["options"], first["options"])
+
+    def test_a_variable_that_is_set_because_of_another_option_is_not_shown(self):
+        report, _ = show_json("-tl", "DravikUsb", "-socketbuffer", "1", "-packetsize=")
+        sets = {option["name"]: option["sets"] for option in report["options"]}
+        self.assertNotIn("ORVEX_GIGE_STREAMPARAMS", sets["tl"])
+        self.assertEqual(sets["socketbuffer"], "ORVEX_GIGE_STREAMPARAMS")
+        self.assertEqual(sets["packetsize"], "")
 
 
 class TextReport(unittest.TestCase):
@@ -35,9 +226,7 @@ class TextReport(unittest.TestCase):
         ])
         self.assertEqual(found["Test paths"], ["  ORVEX_TEST_ARGS  First", "  command line     Suite"])
         self.assertEqual(found["Environment"], [
-            "  ORVEX_GIGE_STREAM_GEVSCPS  8192  (was 9000)",
-            "  ORVEX_GTC_USE_EXTRA_TL     1",
-        ])
+            "  ORVEX_GIGE_STREAM_GEVSCPS  8192  (was 9000)", "  ORVEX_GTC_USE_EXTRA_TL     1"])
         self.assertEqual(found["Options"], [
             "  -o         sets outputFilename",
             "    lost     ORVEX_TEST_ARGS    a",
