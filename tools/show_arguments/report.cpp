@@ -110,10 +110,13 @@ std::string findFailure(const Trace& trace, const std::string& tlList) {
     return "an environment variable cannot be set, or memory ran out";
 }
 
-// The value that counts, or all of them joined by commas; empty when there is none.
-std::string textOf(const TracedOption& option) {
+// The value that counts, or all of them joined by commas; true for a flag that counts; else empty.
+Json valueOf(const TracedOption& option) {
     std::vector<std::string_view> values;
     for (const Given& given : option.given) {
+        if (given.outcome == "counted") {
+            return true;
+        }
         if (given.outcome == "won" || given.outcome == "collected") {
             values.push_back(*given.value);
         }
@@ -128,17 +131,17 @@ Json findTargets(const TracedOption& option, const Json& fields, const Variables
         return nullptr;
     }
     std::vector<std::string> targets;
-    const Json text = option.known.kind == OptionKind::Flag ? Json(true) : Json(textOf(option));
+    const Json value = valueOf(option);
     for (const std::string& target : option.known.sets) {
         const auto variable = set.find(target);
         // A driver stands first in it; otherwise it is set because of -socketbuffer.
         const bool needsDriver = target == "ORVEX_GIGE_STREAMPARAMS" && option.name == "tl";
-        if (variable == set.end() ? fields.value(target, Json()) == text
+        if (variable == set.end() ? fields.value(target, Json()) == value
                                   : !needsDriver || variable->second.rfind("Type=", 0) == 0) {
             targets.push_back(target);
         }
     }
-    return text == "" ? "" : fmt::format("{}", fmt::join(targets, ", "));
+    return value == "" ? "" : fmt::format("{}", fmt::join(targets, ", "));
 }
 
 std::vector<std::string> splitAt(char delimiter, const std::string& text) {
@@ -165,7 +168,7 @@ std::string explain(const std::vector<std::string>& layer, const std::string& ta
 
 void explainTransportLayers(TracedOption& option, bool isSet) {
     std::string taken;
-    for (const std::string& entry : splitAt(',', textOf(option))) {
+    for (const std::string& entry : splitAt(',', valueOf(option))) {
         const std::vector<std::string> layer = splitAt(':', entry);
         if (layer.size() > 1 && layer[0] == "DravikGigE") {
             taken = std::max(taken, layer[1]);

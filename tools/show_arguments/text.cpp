@@ -73,7 +73,7 @@ std::string asText(const Json& report, bool hasColour) {
     }
     for (const Json& source : report["sources"]) {
         // The program name in front does not count.
-        const std::string count = fmt::format("{} arguments", source["tokens"].size() - 1);
+        const std::string count = fmt::format("scanned ({})", source["tokens"].size() - 1);
         result.emplace_back(source["name"], source["state"] == "scanned" ? count : show(source["state"]));
     }
     for (const Json& path : report["testPathOrigins"]) {
