@@ -66,21 +66,13 @@ Json changesAsJson(const Variables& before) {
 }
 
 Json recordAsJson(const TestRunInformation& record) {
-    const char* const names[] = {
-        "group",           "guid",   "runName",     "runDescription",  "product",
-        "fixedZero",       "userId", "vcsRevision", "vcsBranch",       "secondVcsRevision",
-        "secondVcsBranch", "pcName", "osName",      "transportLayers", "tdcDravikXmlFilename",
-        "testName",        "osType", "bit"};
-    const char* const* name = names;
     Json json;
-    for (const std::string* text :
-         {&record.group, &record.guid, &record.runName, &record.runDescription, &record.product,
-          &record.fixedZero, &record.userId, &record.vcsRevision, &record.vcsBranch,
-          &record.secondVcsRevision, &record.secondVcsBranch, &record.pcName, &record.osName,
-          &record.transportLayers, &record.tdcDravikXmlFilename, &record.testName, &record.osType,
-          &record.bit}) {
-        json[*name++] = *text;
-    }
+#define ADD_FIELD(name) json[#name] = record.name;
+    NLOHMANN_JSON_EXPAND(NLOHMANN_JSON_PASTE(ADD_FIELD, group, guid, runName, runDescription, product,
+                                             fixedZero, userId, vcsRevision, vcsBranch, secondVcsRevision,
+                                             secondVcsBranch, pcName, osName, transportLayers,
+                                             tdcDravikXmlFilename, testName, osType, bit))
+#undef ADD_FIELD
     return json;
 }
 
@@ -170,9 +162,7 @@ void explainTransportLayers(TracedOption& option, bool isSet) {
     std::string taken;
     for (const std::string& entry : splitAt(',', valueOf(option))) {
         const std::vector<std::string> layer = splitAt(':', entry);
-        if (layer.size() > 1 && layer[0] == "DravikGigE") {
-            taken = std::max(taken, layer[1]);
-        }
+        taken = layer.size() > 1 && layer[0] == "DravikGigE" ? std::max(taken, layer[1]) : taken;
     }
     for (Given& given : option.given) {
         for (const std::string& entry : splitAt(',', given.outcome == "collected" ? *given.value : "")) {

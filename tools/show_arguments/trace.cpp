@@ -151,15 +151,13 @@ void settle(TracedOption& option, bool isUsed, std::string& failure) {
             winner->note = winner->value->empty() ? "empty, as if not given" : "";
         }
     }
-    const bool isNumber = option.known.kind == OptionKind::Number;
-    if (winner == nullptr || !isNumber || (*winner->value + "0").find_first_of("0123456789") == 0) {
-        return;
-    }
-    winner->outcome = failure.empty() ? "refused" : "not used";
-    winner->note = "does not begin with a digit";
-    if (failure.empty()) {
-        failure = fmt::format("the value of {} does not begin with a digit: {} ({})", typed(option.name),
-                              printable(*winner->value), winner->source);
+    if (winner != nullptr && option.known.kind == OptionKind::Number &&
+        (*winner->value + "0").find_first_of("0123456789") != 0) {
+        winner->outcome = failure.empty() ? "refused" : "not used";
+        winner->note = "does not begin with a digit";
+        failure += failure.empty() ? fmt::format("the value of {} {}: {} ({})", typed(option.name),
+                                                 winner->note, printable(*winner->value), winner->source)
+                                   : "";
     }
 }
 
