@@ -189,7 +189,7 @@ class Options(unittest.TestCase):
         self.assertEqual(rows, self.REGISTERED | self.FLAGS | {"tdc_variant"})
 
     def test_each_variable_shows_although_it_held_the_same_before(self):
-        arguments = ("-tl", "DravikGigE:A", "-packetdelay", "7", "-camemu", "2", "-tdc_guid", "1")
+        arguments = ("-packetdelay", "7", "-camemu", "2", "-tdc_guid", "1", "-tdc_variant=V")
         first, _ = show_json(*arguments)
         environment = {name: after for name, (_, after) in changes(first).items()}
         second, _ = show_json(*arguments, variables=environment)

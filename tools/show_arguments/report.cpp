@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 #include <algorithm>
 #include <cstdlib>
-#include <iterator>
 #include <map>
 #include <stdexcept>
 
@@ -24,45 +23,6 @@ Variables readEnvironment() {
         }
     }
     return variables;
-}
-
-// What is in the environment and was not, or not so, before.
-Variables changesSince(const Variables& before) {
-    const Variables after = readEnvironment();
-    Variables changes;
-    std::set_difference(after.begin(), after.end(), before.begin(), before.end(),
-                        std::inserter(changes, changes.end()));
-    return changes;
-}
-
-// Parses with the variables that options set taken out of the environment, so that one shows also when it
-// is set to what it held; the parser reads none of them. Returns what was set.
-Variables parse(OrvexTestCommandLineParser& parser, int argc, char** argv, bool& succeeded) {
-    const Variables before = readEnvironment();
-    for (const KnownOption& known : knownOptions()) {
-        for (const std::string& target : known.sets) {
-            if (target != "GENICAM_GENTL64_PATH") {
-                unsetenv(target.c_str());
-            }
-        }
-    }
-    const Variables cleared = readEnvironment();
-    succeeded = parser.Parse(argc, argv);
-    const Variables set = changesSince(cleared);
-    for (const auto& [name, value] : before) {
-        setenv(name.c_str(), value.c_str(), 0);
-    }
-    return set;
-}
-
-Json changesAsJson(const Variables& before) {
-    Json changes = Json::array();
-    for (const auto& [name, value] : changesSince(before)) {
-        const auto old = before.find(name);
-        const Json oldValue = old == before.end() ? Json(nullptr) : Json(old->second);
-        changes.push_back({{"name", name}, {"before", oldValue}, {"after", value}});
-    }
-    return changes;
 }
 
 Json recordAsJson(const TestRunInformation& record) {
@@ -117,19 +77,19 @@ Json valueOf(const TracedOption& option) {
 }
 
 // The names of what the parse has set because of the option, joined by commas; null when nothing reads it.
-// fields: what accessors and the record hold.
-Json findTargets(const TracedOption& option, const Json& fields, const Variables& set) {
+// seen: what accessors, the record and variables hold. changed: the variables that have changed.
+Json findTargets(const TracedOption& option, const Json& seen, const Variables& changed) {
     if (option.known.kind == OptionKind::Unread) {
         return nullptr;
     }
     std::vector<std::string> targets;
     const Json value = valueOf(option);
     for (const std::string& target : option.known.sets) {
-        const auto variable = set.find(target);
+        const auto variable = changed.find(target);
         // A driver stands first in it; otherwise it is set because of -socketbuffer.
         const bool needsDriver = target == "ORVEX_GIGE_STREAMPARAMS" && option.name == "tl";
-        if (variable == set.end() ? fields.value(target, Json()) == value
-                                  : !needsDriver || variable->second.rfind("Type=", 0) == 0) {
+        if (variable == changed.end() ? seen.value(target, Json()) == value
+                                      : !needsDriver || variable->second.rfind("Type=", 0) == 0) {
             targets.push_back(target);
         }
     }
@@ -176,24 +136,36 @@ void explainTransportLayers(TracedOption& option, bool isSet) {
 }  // namespace
 
 Json reportParse(OrvexTestCommandLineParser& parser, int argc, char** argv) {
-    bool succeeded = false;
     const Variables before = readEnvironment();
-    const Variables set = parse(parser, argc, argv, succeeded);
+    const bool succeeded = parser.Parse(argc, argv);
+    const Variables after = readEnvironment();
+    Variables changed;
+    Json environment = Json::array();
+    for (const auto& [name, value] : after) {
+        const auto old = before.find(name);
+        const Json oldValue = old == before.end() ? Json(nullptr) : Json(old->second);
+        if (oldValue != value) {
+            changed.emplace(name, value);
+            environment.push_back({{"name", name}, {"before", oldValue}, {"after", value}});
+        }
+    }
     Trace trace = traceArguments(argc, argv);
     const Json record = recordAsJson(parser.getTestRunInformation());
     const Json accessors = {
         {"applicationName", parser.getApplicationName()}, {"helpRequested", parser.helpRequested()},
         {"waitBeforeExit", parser.waitBeforeExit()},      {"outputFilename", parser.getOutputFilename()},
         {"xmlFilename", parser.getXmlFilename()},         {"transportLayers", parser.getTlList()}};
-    Json fields = record;
-    fields.update(accessors);
+    // A variable that has kept its value was set to it if the parse got to its end.
+    Json seen = succeeded ? Json(after) : Json::object();
+    seen.update(record);
+    seen.update(accessors);
     Json options = Json::array();
     for (TracedOption& option : trace.options) {
         if (option.name == "tl") {
-            explainTransportLayers(option, set.count("ORVEX_GIGE_STREAMPARAMS") != 0);
+            explainTransportLayers(option, succeeded || changed.count("ORVEX_GIGE_STREAMPARAMS") != 0);
         }
         options.push_back({{"name", option.name},
-                           {"sets", findTargets(option, fields, set)},
+                           {"sets", findTargets(option, seen, changed)},
                            {"given", givenAsJson(option.given)}});
     }
     Json report = {{"succeeded", succeeded}, {"reason", nullptr}};
@@ -203,7 +175,7 @@ Json reportParse(OrvexTestCommandLineParser& parser, int argc, char** argv) {
     report.update(accessors);
     report.update({{"testPaths", parser.getTestPaths()},
                    {"testRunInformation", record},
-                   {"environment", changesAsJson(before)},
+                   {"environment", environment},
                    {"options", options},
                    {"testPathOrigins", givenAsJson(trace.testPaths)},
                    {"sources", trace.sources}});
