@@ -11,22 +11,14 @@
 #include <unistd.h>
 #include <algorithm>
 #include <cstdlib>
-#include <exception>
 #include <iostream>
 #include <stdexcept>
-#include <string>
-#include <string_view>
-
-namespace {
-
-std::string_view readVariable(const char* name) {
-    const char* text = std::getenv(name);
-    return text == nullptr ? "" : text;
-}
-
-}  // namespace
 
 int main(int argc, char** argv) try {
+    const auto readVariable = [](const char* name) {
+        const char* text = std::getenv(name);
+        return std::string_view(text == nullptr ? "" : text);
+    };
     const std::string_view format = readVariable("SHOW_ARGUMENTS_FORMAT");
     if (!format.empty() && format != "text" && format != "json") {
         throw std::runtime_error("SHOW_ARGUMENTS_FORMAT must be text or json");

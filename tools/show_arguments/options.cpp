@@ -3,23 +3,17 @@
 #include <fmt/format.h>
 #include <algorithm>
 #include <cctype>
-#include <numeric>
-#include <utility>
 
 namespace {
 
-// How many bytes must be inserted, removed or replaced to make the one text the other, in any case.
-std::size_t distanceBetween(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> row(to.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < to.size(); ++j) {
-            const std::size_t replaced = diagonal + (std::tolower(from[i]) == std::tolower(to[j]) ? 0 : 1);
-            diagonal = std::exchange(row[j + 1], std::min({row[j] + 1, row[j + 1] + 1, replaced}));
-        }
-    }
-    return row.back();
+// How many bytes lie between the same start and the same end of two texts, in any case.
+std::size_t distanceBetween(std::string_view one, std::string_view other) {
+    const auto isSame = [](int byte, int otherByte) { return std::tolower(byte) == std::tolower(otherByte); };
+    const auto start = std::mismatch(one.begin(), one.end(), other.begin(), other.end(), isSame);
+    const auto end = std::mismatch(one.rbegin(), one.rend(), other.rbegin(), other.rend(), isSame);
+    const auto same = start.first - one.begin() + (end.first - one.rbegin());
+    const std::size_t length = std::max(one.size(), other.size());
+    return length - std::min(length, static_cast<std::size_t>(same));
 }
 
 }  // namespace

@@ -82,7 +82,7 @@ Json findTargets(const TracedOption& option, const Json& seen, const Variables& 
     if (option.known.kind == OptionKind::Unread) {
         return nullptr;
     }
-    std::vector<std::string> targets;
+    std::string targets;
     const Json value = valueOf(option);
     for (const std::string& target : option.known.sets) {
         const auto variable = changed.find(target);
@@ -90,10 +90,10 @@ Json findTargets(const TracedOption& option, const Json& seen, const Variables& 
         const bool needsDriver = target == "ORVEX_GIGE_STREAMPARAMS" && option.name == "tl";
         if (variable == changed.end() ? seen.value(target, Json()) == value
                                       : !needsDriver || variable->second.rfind("Type=", 0) == 0) {
-            targets.push_back(target);
+            targets += (targets.empty() ? "" : ", ") + target;
         }
     }
-    return value == "" ? "" : fmt::format("{}", fmt::join(targets, ", "));
+    return value == "" ? "" : targets;
 }
 
 std::vector<std::string> splitAt(char delimiter, const std::string& text) {

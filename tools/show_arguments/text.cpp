@@ -96,14 +96,9 @@ std::string asText(const Json& report, bool hasColour) {
     }
     const Rows options = optionRows(report["options"], hints);
     const char* pathsTitle = report["testPaths"].empty() ? "Test paths (not used)" : "Test paths";
-    std::string text;
-    for (const auto& [title, rows] : {std::pair("Result", &std::as_const(result)),
-                                      {pathsTitle, &paths},
-                                      {"Test-run record", &record},
-                                      {"Environment", &variables},
-                                      {"Options", &options},
-                                      {"Hints", &hints}}) {
-        text += table(title, *rows, hasColour);
-    }
+    const std::string text = table("Result", result, hasColour) + table(pathsTitle, paths, hasColour) +
+                             table("Test-run record", record, hasColour) +
+                             table("Environment", variables, hasColour) +
+                             table("Options", options, hasColour) + table("Hints", hints, hasColour);
     return text.substr(1);
 }
