@@ -4,20 +4,6 @@
 #include <algorithm>
 #include <cctype>
 
-namespace {
-
-// How many bytes lie between the same start and the same end of two texts, in any case.
-std::size_t distanceBetween(std::string_view one, std::string_view other) {
-    const auto isSame = [](int byte, int otherByte) { return std::tolower(byte) == std::tolower(otherByte); };
-    const auto start = std::mismatch(one.begin(), one.end(), other.begin(), other.end(), isSame);
-    const auto end = std::mismatch(one.rbegin(), one.rend(), other.rbegin(), other.rend(), isSame);
-    const auto same = start.first - one.begin() + (end.first - one.rbegin());
-    const std::size_t length = std::max(one.size(), other.size());
-    return length - std::min(length, static_cast<std::size_t>(same));
-}
-
-}  // namespace
-
 const std::vector<KnownOption>& knownOptions() {
     static const std::vector<KnownOption> options = {
         {"?", OptionKind::Flag, {"helpRequested"}},
@@ -67,15 +53,23 @@ const KnownOption& findKnownOption(std::string_view name) {
 }
 
 std::string_view nearestOption(std::string_view name) {
+    const auto isSame = [](unsigned char byte, unsigned char other) {
+        return std::tolower(byte) == std::tolower(other);
+    };
     std::size_t least = name.size() / 3 + 1;
     std::string_view nearest;
-    for (const KnownOption& known : knownOptions()) {
-        const bool differsInPrefix =
-            fmt::format("tdc_{}", known.name) == name || known.name == fmt::format("tdc_{}", name);
-        const std::size_t distance = differsInPrefix ? 0 : distanceBetween(name, known.name);
-        if (known.kind != OptionKind::Unread && distance < least) {
+    for (const auto& [option, kind, sets] : knownOptions()) {
+        const auto start = std::mismatch(name.begin(), name.end(), option.begin(), option.end(), isSame);
+        const auto end = std::mismatch(name.rbegin(), name.rend(), option.rbegin(), option.rend(), isSame);
+        const auto same = static_cast<std::size_t>(start.first - name.begin() + (end.first - name.rbegin()));
+        // As many bytes as lie between the same start and the same end.
+        std::size_t distance = std::max({name.size(), option.size(), same}) - same;
+        if (fmt::format("tdc_{}", option) == name || fmt::format("tdc_{}", name) == option) {
+            distance = 0;
+        }
+        if (kind != OptionKind::Unread && distance < least) {
             least = distance;
-            nearest = known.name;
+            nearest = option;
         }
     }
     return nearest;

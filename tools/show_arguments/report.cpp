@@ -48,10 +48,7 @@ Json givenAsJson(const std::vector<Given>& list) {
     return json;
 }
 
-std::string findFailure(const Trace& trace, const std::string& tlList) {
-    if (!trace.failure.empty()) {
-        return trace.failure;
-    }
+std::string findFailure(const std::string& tlList) {
     if (tlList.find("DravikGTC") != std::string::npos) {
         try {
             OrvexTestCommandLineParser::getApplicationDir();
@@ -62,12 +59,12 @@ std::string findFailure(const Trace& trace, const std::string& tlList) {
     return "an environment variable cannot be set, or memory ran out";
 }
 
-// The value that counts, or all of them joined by commas; true for a flag that counts; else empty.
-Json valueOf(const TracedOption& option) {
+// The value that counts, or all of them joined by commas; "true" for a flag that counts; else empty.
+std::string textOf(const TracedOption& option) {
     std::vector<std::string_view> values;
     for (const Given& given : option.given) {
         if (given.outcome == "counted") {
-            return true;
+            return "true";
         }
         if (given.outcome == "won" || given.outcome == "collected") {
             values.push_back(*given.value);
@@ -79,11 +76,12 @@ Json valueOf(const TracedOption& option) {
 // The names of what the parse has set because of the option, joined by commas; null when nothing reads it.
 // seen: what accessors, the record and variables hold. changed: the variables that have changed.
 Json findTargets(const TracedOption& option, const Json& seen, const Variables& changed) {
-    if (option.known.kind == OptionKind::Unread) {
-        return nullptr;
+    const std::string text = textOf(option);
+    if (text.empty()) {
+        return option.known.kind == OptionKind::Unread ? Json(nullptr) : Json(text);
     }
+    const Json value = option.known.kind == OptionKind::Flag ? Json(true) : Json(text);
     std::string targets;
-    const Json value = valueOf(option);
     for (const std::string& target : option.known.sets) {
         const auto variable = changed.find(target);
         // A driver stands first in it; otherwise it is set because of -socketbuffer.
@@ -93,7 +91,7 @@ Json findTargets(const TracedOption& option, const Json& seen, const Variables& 
             targets += (targets.empty() ? "" : ", ") + target;
         }
     }
-    return value == "" ? "" : targets;
+    return targets;
 }
 
 std::vector<std::string> splitAt(char delimiter, const std::string& text) {
@@ -120,7 +118,7 @@ std::string explain(const std::vector<std::string>& layer, const std::string& ta
 
 void explainTransportLayers(TracedOption& option, bool isSet) {
     std::string taken;
-    for (const std::string& entry : splitAt(',', valueOf(option))) {
+    for (const std::string& entry : splitAt(',', textOf(option))) {
         const std::vector<std::string> layer = splitAt(':', entry);
         taken = layer.size() > 1 && layer[0] == "DravikGigE" ? std::max(taken, layer[1]) : taken;
     }
@@ -170,7 +168,7 @@ Json reportParse(OrvexTestCommandLineParser& parser, int argc, char** argv) {
     }
     Json report = {{"succeeded", succeeded}, {"reason", nullptr}};
     if (!succeeded) {
-        report["reason"] = findFailure(trace, parser.getTlList());
+        report["reason"] = trace.failure.empty() ? findFailure(parser.getTlList()) : trace.failure;
     }
     report.update(accessors);
     report.update({{"testPaths", parser.getTestPaths()},

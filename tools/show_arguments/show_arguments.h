@@ -7,8 +7,6 @@
 
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <string>
-#include <string_view>
 #include <vector>
 
 using Json = nlohmann::ordered_json;
@@ -60,7 +58,7 @@ struct TracedOption {
 
 // Where the arguments came from.
 struct Trace {
-    Json sources;                       // in scan order: name, state, tokens and what became of them
+    std::vector<Json> sources;          // in scan order: name, state, tokens and what became of them
     std::vector<TracedOption> options;  // in the order of their first occurrence
     std::vector<Given> testPaths;
     bool hasProgramName = false;

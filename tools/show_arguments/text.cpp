@@ -2,7 +2,6 @@
 
 #include <fmt/color.h>
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -82,7 +81,7 @@ std::string asText(const Json& report, bool hasColour) {
     }
     std::string empty;
     for (const auto& [name, text] : report["testRunInformation"].items()) {
-        if (text == "") {
+        if (text.get<std::string>().empty()) {
             empty += (empty.empty() ? "" : ", ") + name;
         } else {
             record.emplace_back(name, show(text));

@@ -20,14 +20,14 @@ struct Tracer {
     bool hasPositionals() const {
         return trace.hasProgramName;
     }
-    bool isValueOption(std::string_view name) const {
+    static bool isValueOption(std::string_view name) {
         const OptionKind kind = findKnownOption(name).kind;
         return kind == OptionKind::Value || kind == OptionKind::Number;
     }
-    bool isMultiValueOption(std::string_view name) const {
+    static bool isMultiValueOption(std::string_view name) {
         return findKnownOption(name).kind == OptionKind::MultiValue;
     }
-    bool hasMode(std::uint32_t bit) const {
+    static bool hasMode(std::uint32_t bit) {
         return bit == OptionRegistry::UnknownAsFlag;
     }
 
