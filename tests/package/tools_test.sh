@@ -7,6 +7,6 @@ install_moved --component tools
 program=$prefix/bin/show_arguments
 
 "$program" -o result.txt >"$work/output"
-grep -qE '^ +output file +result\.txt$' "$work/output" || fail 'show_arguments shows what it was given'
+grep -qE '^ +outputFilename +result\.txt$' "$work/output" || fail 'show_arguments shows what it was given'
 [ "$(ldd "$program" | awk '/libtestcommandlineparser/ { print $3 }' | xargs realpath)" = \
     "$(realpath "$prefix/$PACKAGE_LIBDIR/$PACKAGE_LIBRARY")" ] || fail 'it is run with the library beside it'

@@ -1,62 +1,52 @@
 // Shows what a test program sees of its arguments, and where each of them came from.
 //
 //     ORVEX_TEST_ARGS='-tl DravikGigE' show_arguments -o result.xml TestSuiteGigE
-//     SHOW_ARGUMENTS_FORMAT=json show_arguments -packetsize 1500
 //
-// Exits with 0; with 1, and the usage text on standard error, when the arguments are bad; and with 2
-// when it cannot do its own work.
+// SHOW_ARGUMENTS_FORMAT=json asks for JSON instead of text, NO_COLOR=1 for text without colour. Exits
+// with 0; with 1, and the reason on standard error, when the arguments are bad; and with 2 when it cannot
+// do its own work.
 
-#include "observation.h"
-#include "report_json.h"
-#include "report_text.h"
+#include "show_arguments.h"
 
+#include <unistd.h>
+#include <algorithm>
 #include <cstdlib>
-#include <exception>
 #include <iostream>
 #include <stdexcept>
-#include <string>
 
-namespace {
-
-bool isJsonWanted() {
-    const char* variable = std::getenv("SHOW_ARGUMENTS_FORMAT");
-    const std::string format = variable == nullptr ? "" : variable;
+int main(int argc, char** argv) try {
+    const auto readVariable = [](const char* name) {
+        const char* text = std::getenv(name);
+        return std::string_view(text == nullptr ? "" : text);
+    };
+    const std::string_view format = readVariable("SHOW_ARGUMENTS_FORMAT");
     if (!format.empty() && format != "text" && format != "json") {
         throw std::runtime_error("SHOW_ARGUMENTS_FORMAT must be text or json");
     }
-    return format == "json";
-}
-
-int showArguments(int argc, char** argv) {
-    const bool isJson = isJsonWanted();
     OrvexTestCommandLineParser parser;
-    const Observation observation = observeParse(parser, argc, argv);
-    const std::string usage = parser.getHelpMessage(argc > 0 ? argv[0] : "");
-
-    if (isJson) {
-        reportAsJson(observation, std::cout);
-    } else if (observation.succeeded && parser.helpRequested()) {
-        std::cout << usage << '\n';
+    const Json report = reportParse(parser, argc, argv);
+    // The parser may have stopped before it came to this switch.
+    const bool isHelpWanted =
+        parser.helpRequested() || std::count(argv, argv + argc, std::string_view("-?")) != 0;
+    if (format == "json") {
+        std::cout << report.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    } else if (isHelpWanted) {
+        std::cout << parser.getHelpMessage(argc > 0 ? argv[0] : "") << '\n';
     } else {
-        reportAsText(observation, formatForStandardOutput(), std::cout);
+        const std::string_view terminal = readVariable("TERM");
+        const bool hasColour = isatty(STDOUT_FILENO) != 0 && !terminal.empty() && terminal != "dumb";
+        std::cout << asText(report, hasColour && readVariable("NO_COLOR").empty());
     }
     if (!std::cout.flush()) {
         throw std::runtime_error("cannot write to standard output");
     }
-    if (!observation.succeeded) {
-        std::cerr << "show_arguments: the parse failed: " << observation.failure << "\n\n" << usage << '\n';
-        return 1;
+    if (report["succeeded"]) {
+        return 0;
     }
-    return 0;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    try {
-        return showArguments(argc, argv);
-    } catch (const std::exception& error) {
-        std::cerr << "show_arguments: " << error.what() << '\n';
-        return 2;
-    }
+    std::cerr << "show_arguments: the parse failed: " << report["reason"].get<std::string>() << '\n'
+              << (format == "json" || isHelpWanted ? "" : "-? shows the usage text\n");
+    return 1;
+} catch (const std::exception& error) {
+    std::cerr << "show_arguments: " << error.what() << '\n';
+    return 2;
 }

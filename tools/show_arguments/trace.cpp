@@ -1,139 +1,163 @@
-#include "trace.h"
-
 #include "parser/argument_tokenizer.h"
+#include "parser/option_scanner.h"
+#include "show_arguments.h"
 
+#include <fmt/format.h>
 #include <algorithm>
 #include <cstdlib>
-#include <exception>
+#include <stdexcept>
 #include <utility>
 
 namespace {
 
-// What the scan makes of an option token, given the token that follows it.
-struct ScannedOption {
-    std::string name;
-    std::optional<std::string> value;
-    bool takesNext;
+// Notes what the scan of a source finds.
+struct Tracer {
+    const std::vector<std::string_view>& tokens;
+    Json& source;
+    Trace& trace;
+    std::vector<std::string_view>::const_iterator next = tokens.begin();
+
+    bool hasPositionals() const {
+        return trace.hasProgramName;
+    }
+    static bool isValueOption(std::string_view name) {
+        const OptionKind kind = findKnownOption(name).kind;
+        return kind == OptionKind::Value || kind == OptionKind::Number;
+    }
+    static bool isMultiValueOption(std::string_view name) {
+        return findKnownOption(name).kind == OptionKind::MultiValue;
+    }
+    static bool hasMode(std::uint32_t bit) {
+        return bit == OptionRegistry::UnknownAsFlag;
+    }
+
+    void positional(std::string_view token) {
+        const bool isTestPath = std::exchange(trace.hasProgramName, true);
+        addToken({{"became", isTestPath ? "test path" : "program name"}});
+        if (isTestPath) {
+            const char* note = token.substr(0, 1) == "-" ? "begins with a number, so it is no option" : "";
+            trace.testPaths.push_back({source["name"], std::string(token), "collected", note});
+        }
+    }
+    void droppedProgramName(std::string_view /*token*/) {
+        addToken({{"became", "dropped program name"}});
+    }
+    void flag(std::string_view name) {
+        addToken({{"became", "flag"}, {"option", name}});
+        addGiven(name, std::nullopt);
+    }
+    void value(std::string_view name, std::string_view value) {
+        addToken({{"became", "option"}, {"option", name}});
+        addToken({{"became", "value"}, {"option", name}});
+        addGiven(name, std::string(value));
+    }
+    void inlineValue(std::string_view name, std::string_view value) {
+        addToken({{"became", "option with value"}, {"option", name}});
+        addGiven(name, std::string(value));
+    }
+
+    void addToken(const Json& role) {
+        source["tokens"].push_back({{"text", *next++}});
+        source["tokens"].back().update(role);
+    }
+
+    void addGiven(std::string_view name, const std::optional<std::string>& value) {
+        auto option = std::find_if(trace.options.begin(), trace.options.end(),
+                                   [name](const TracedOption& traced) { return traced.name == name; });
+        if (option == trace.options.end()) {
+            trace.options.push_back({std::string(name), findKnownOption(name), {}});
+            option = trace.options.end() - 1;
+        }
+        const OptionKind kind = option->known.kind;
+        Given given = {source["name"], value, kind == OptionKind::MultiValue ? "collected" : "won", ""};
+        if (kind == OptionKind::Unread || (kind == OptionKind::Flag) == value.has_value()) {
+            given.outcome = "ignored";
+            given.note = explainIgnored(name, option->known, value.has_value());
+        } else if (kind == OptionKind::Flag) {
+            given.outcome = "counted";
+        }
+        option->given.push_back(given);
+    }
+
+    // Why the option that was found last has no effect, and what one might have meant.
+    std::string explainIgnored(std::string_view name, const KnownOption& known, bool hasValue) const {
+        const bool isLast = next == tokens.end();
+        const bool isInline = known.kind == OptionKind::InlineValue;
+        const bool isPathNext = !hasValue && !isLast && trace.hasProgramName && !orvex::isOptionToken(*next);
+        const std::string following = isPathNext || !(isLast || isInline) ? printable(*next) : "VALUE";
+        const std::string path = isPathNext ? fmt::format(", and {} became a test path", following) : "";
+        std::string_view instead = nearestOption(name);
+        const char* pattern =
+            "{0} has no value, since {2} begins with a dash; if that is meant, write {0}={2}";
+        if (known.kind == OptionKind::Unread && !known.sets.empty()) {
+            pattern = "{0} is not read, although the usage text names it{1}; use {3}";
+            instead = known.sets[0];
+        } else if (known.kind == OptionKind::Unread) {
+            pattern = instead.empty() ? "{0} is not read{1}" : "{0} is not read{1}; did you mean {3}?";
+        } else if (hasValue) {
+            pattern = "{0} counts only without a value";
+        } else if (isInline) {
+            pattern = "{0} has no value{1}; write {0}={2}";
+        } else if (isLast) {
+            pattern = "{0} has no value: it is the last argument ({4})";
+        }
+        return fmt::format(fmt::runtime(pattern), typed(name), path, following, typed(instead),
+                           source["name"].get<std::string>());
+    }
 };
 
-// Two scans of this one step tell: an option with a value is not a flag, and an option whose value
-// stands in the next token is a flag without that token.
-ScannedOption scanOption(const std::string& token, const std::string* next) {
-    const std::string name = OptionRegistry::trimLeadingDashes(token);
-    OptionRegistry alone = makeRegistry();
-    alone.parseTokens({"program", token});
-    if (!alone.hasOption(name)) {
-        const std::string key = name.substr(0, name.find('='));
-        return {key, alone.getValue(key).str(), false};
-    }
-    if (next != nullptr) {
-        OptionRegistry pair = makeRegistry();
-        pair.parseTokens({"program", token, *next});
-        if (!pair.hasOption(name)) {
-            return {name, pair.getValue(name).str(), true};
-        }
-    }
-    return {name, std::nullopt, false};
-}
-
-std::vector<Given>& occurrencesOf(const std::string& name, std::vector<TracedOption>& options) {
-    const auto found = std::find_if(options.begin(), options.end(),
-                                    [&name](const TracedOption& option) { return option.name == name; });
-    if (found != options.end()) {
-        return found->given;
-    }
-    options.push_back({name, findKnownOption(name), {}});
-    return options.back().given;
-}
-
-// Scans one list, which carries the program name in front. everything: what has scanned all earlier
-// lists.
-void scan(const std::vector<std::string>& list, OptionRegistry& everything, TracedSource& source,
-          Trace& trace) {
-    source.state = SourceState::Scanned;
-    for (const std::string& text : list) {
-        source.tokens.push_back({text, TokenRole::TestPath, ""});
-    }
-    std::vector<std::size_t> positionals;
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        if (!OptionRegistry::isOptionToken(list[i])) {
-            positionals.push_back(i);
-            continue;
-        }
-        const ScannedOption option = scanOption(list[i], i + 1 < list.size() ? &list[i + 1] : nullptr);
-        occurrencesOf(option.name, trace.options).push_back({source.name, option.value});
-        if (option.takesNext) {
-            source.tokens[i] = {list[i], TokenRole::Option, option.name};
-            ++i;
-            source.tokens[i] = {list[i], TokenRole::Value, option.name};
-        } else {
-            source.tokens[i].role = option.value ? TokenRole::OptionWithValue : TokenRole::Flag;
-            source.tokens[i].option = option.name;
-        }
-    }
-
-    // The very first positional argument is the program name; of a later list, only the program name
-    // in front is dropped.
-    const std::size_t keptBefore = everything.getPositionals().size();
-    everything.parseTokens(list);
-    const std::size_t kept = everything.getPositionals().size() - keptBefore;
-    for (const std::size_t i : positionals) {
-        if (i == positionals.front() && (keptBefore == 0 || kept < positionals.size())) {
-            source.tokens[i].role = keptBefore == 0 ? TokenRole::ProgramName : TokenRole::DroppedProgramName;
-        } else {
-            trace.testPaths.push_back({source.name, list[i], Outcome::Collected});
-        }
-    }
-}
-
-void scanVariable(const char* programName, OptionRegistry& everything, TracedSource& source, Trace& trace) {
-    const char* text = std::getenv(source.name.c_str());
-    if (text == nullptr) {
-        source.state = SourceState::NotSet;
-        return;
-    }
-    std::vector<std::string> list;
+// Returns why the text cannot be split; empty when it can.
+std::string split(const std::string& text, std::vector<std::string>& list) {
     try {
         orvex::splitArgumentString(text, list);
+        return "";
     } catch (const std::runtime_error& error) {
-        source.state = SourceState::Malformed;
-        source.message = error.what();
-        return;
-    }
-    if (list.empty()) {
-        source.state = SourceState::Blank;
-        return;
-    }
-    list.insert(list.begin(), programName);
-    scan(list, everything, source, trace);
-}
-
-// Whether this occurrence has any effect, were it the only one.
-void settleOne(const KnownOption* known, Given& given) {
-    if (known == nullptr) {
-        given = {given.source, given.value, Outcome::Ignored, "unknown option"};
-    } else if (known->kind == OptionKind::Flag) {
-        given.outcome = given.value ? Outcome::Ignored : Outcome::Counted;
-        given.note = given.value ? "counts only without a value" : "";
-    } else if (!given.value) {
-        given.outcome = Outcome::Ignored;
-        given.note = known->kind == OptionKind::InlineValue ? "needs the form name=value" : "has no value";
-    } else {
-        given.outcome = known->kind == OptionKind::MultiValue ? Outcome::Collected : Outcome::Lost;
+        return error.what();
     }
 }
 
-void settle(TracedOption& option) {
+// Returns why the text of the variable is bad; empty when it is not.
+std::string readVariable(const char* name, Json& source, std::vector<std::string>& list) {
+    const char* value = std::getenv(name);
+    const std::string text = value == nullptr ? "" : value;
+    const std::string message = split(text, list);
+    source["state"] = value == nullptr ? "not set" : "blank";
+    if (message.empty()) {
+        return "";
+    }
+    source.update({{"state", "malformed"}, {"message", message}});
+    // The longest start of the text that can be split ends at the quote.
+    std::vector<std::string> ignored;
+    std::size_t quote = text.size();
+    do {
+        quote = text.find_last_of("\"'", quote - 1);
+    } while (!split(text.substr(0, quote), ignored).empty());
+    return fmt::format("{}: the quote at byte {} is not closed: {} (the whole value: {})", name, quote + 1,
+                       printable(text.substr(quote)), printable(text));
+}
+
+// Of several values the last one wins. The first number that is refused ends the parse, and nothing looks
+// at those after it.
+void settle(TracedOption& option, bool isUsed, std::string& failure) {
     Given* winner = nullptr;
-    for (Given& given : option.given) {
-        settleOne(option.known, given);
-        if (given.outcome == Outcome::Lost) {
-            winner = &given;
+    for (auto given = option.given.rbegin(); given != option.given.rend(); ++given) {
+        if (!isUsed) {
+            *given = {given->source, given->value, "not used", ""};
+        } else if (given->outcome == "won" && winner != nullptr) {
+            given->outcome = "lost";
+            given->note = fmt::format("to {} from {}", printable(*winner->value), winner->source);
+        } else if (given->outcome == "won") {
+            winner = &*given;
+            winner->note = winner->value->empty() ? "empty, as if not given" : "";
         }
     }
-    if (winner != nullptr) {
-        winner->outcome = Outcome::Won;
-        winner->note = winner->value->empty() ? "empty, as if not given" : "";
+    if (winner != nullptr && option.known.kind == OptionKind::Number &&
+        (*winner->value + "0").find_first_of("0123456789") != 0) {
+        winner->outcome = failure.empty() ? "refused" : "not used";
+        winner->note = "does not begin with a digit";
+        failure += failure.empty() ? fmt::format("the value of {} {}: {} ({})", typed(option.name),
+                                                 winner->note, printable(*winner->value), winner->source)
+                                   : "";
     }
 }
 
@@ -141,96 +165,36 @@ void settle(TracedOption& option) {
 
 Trace traceArguments(int argc, char** argv) {
     Trace trace;
-    trace.sources = {{"ORVEX_TEST_ARGS"}, {"command line"}, {"_ORVEX_TEST_ARGS_"}};
-    if (argc < 1) {
-        return trace;
-    }
-    OptionRegistry everything = makeRegistry();
-    TracedSource& prepended = trace.sources[0];
-    TracedSource& appended = trace.sources[2];
-    scanVariable(argv[0], everything, prepended, trace);
-    if (prepended.state != SourceState::Malformed) {
-        scan(std::vector<std::string>(argv, argv + argc), everything, trace.sources[1], trace);
-        scanVariable(argv[0], everything, appended, trace);
-    }
-    if (appended.state == SourceState::Malformed) {
-        // Parse ends here, before it looks at what it has scanned.
-        for (Given& path : trace.testPaths) {
-            path.outcome = Outcome::NotUsed;
+    for (const char* name : {"ORVEX_TEST_ARGS", "command line", "_ORVEX_TEST_ARGS_"}) {
+        trace.sources.push_back({{"name", name}, {"state", "not reached"}, {"tokens", Json::array()}});
+        Json& source = trace.sources.back();
+        if (argc < 1 || !trace.failure.empty()) {
+            continue;
         }
-        return trace;
+        std::vector<std::string> list;
+        std::vector<std::string_view> tokens(argv, argv + argc);
+        if (name != std::string_view("command line")) {
+            trace.failure = readVariable(name, source, list);
+            tokens.resize(list.empty() ? 0 : 1);
+            tokens.insert(tokens.end(), list.begin(), list.end());
+        }
+        if (!tokens.empty()) {
+            source["state"] = "scanned";
+            Tracer tracer{tokens, source, trace};
+            orvex::OptionScanner(tokens, tracer).scan();
+        }
     }
-    for (TracedOption& option : trace.options) {
-        settle(option);
+    // After a quote that is not closed, the parser does not look at what it has scanned.
+    const bool isUsed = trace.failure.empty();
+    for (Given& path : trace.testPaths) {
+        path.outcome = isUsed ? path.outcome : "not used";
     }
-    return trace;
-}
-
-const Given* findWinner(const Trace& trace, const std::string& option) {
-    for (const TracedOption& traced : trace.options) {
-        for (const Given& given : traced.given) {
-            if (traced.name == option && given.outcome == Outcome::Won) {
-                return &given;
+    for (const KnownOption& known : knownOptions()) {
+        for (TracedOption& option : trace.options) {
+            if (&option.known == &known) {
+                settle(option, isUsed, trace.failure);
             }
         }
     }
-    return nullptr;
-}
-
-const char* describe(TokenRole role) {
-    switch (role) {
-        case TokenRole::ProgramName:
-            return "program name";
-        case TokenRole::DroppedProgramName:
-            return "dropped program name";
-        case TokenRole::TestPath:
-            return "test path";
-        case TokenRole::Flag:
-            return "flag";
-        case TokenRole::Option:
-            return "option";
-        case TokenRole::Value:
-            return "value";
-        case TokenRole::OptionWithValue:
-            return "option with value";
-    }
-    return "";
-}
-
-const char* describe(SourceState state) {
-    switch (state) {
-        case SourceState::Scanned:
-            return "scanned";
-        case SourceState::NotSet:
-            return "not set";
-        case SourceState::Blank:
-            return "blank";
-        case SourceState::Malformed:
-            return "malformed";
-        case SourceState::NotReached:
-            return "not reached";
-    }
-    return "";
-}
-
-const char* describe(Outcome outcome) {
-    switch (outcome) {
-        case Outcome::Won:
-            return "won";
-        case Outcome::Lost:
-            return "lost";
-        case Outcome::Collected:
-            return "collected";
-        case Outcome::Counted:
-            return "counted";
-        case Outcome::Ignored:
-            return "ignored";
-        case Outcome::NotUsed:
-            return "not used";
-    }
-    return "";
-}
-
-std::string typed(const std::string& option) {
-    return option.empty() || option[0] == '-' ? option : "-" + option;
+    return trace;
 }
