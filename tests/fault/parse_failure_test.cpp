@@ -2,7 +2,9 @@
 
 #include "fault/every_effect.h"
 #include "support/arguments.h"
+#include "support/known_options.h"
 
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -78,6 +80,12 @@ Snapshot without(const Texts& variables, Snapshot state) {
         state[name] = "/old";
     }
     return state;
+}
+
+TEST(EveryEffect, IsThatOnEveryVariableInItsOrder) {
+    ASSERT_EQ(firstDifference(Texts(std::begin(knownVariables), std::end(knownVariables)),
+                              variables("ORVEX_GTC_USE_EXTRA_TL", "TRANSPORT_LAYER")),
+              "");
 }
 
 TEST_P(ParseFailure, WithoutOneEveryEffectHappensInOneOrder) {
