@@ -18,6 +18,14 @@ macos() {
     sed 's/^_//' "$2" # every symbol has one more underscore there
 }
 
+defined() {
+    if [ "$(uname -s)" = Darwin ]; then
+        "$1" -gjU "$2" | sed 's/^_//'
+    else
+        "$1" -D --defined-only --format=posix "$2" | cut -d ' ' -f 1
+    fi
+}
+
 # A line that begins with "-" is missing from the library; one that begins with "+" is too much.
-diff -u <("$3" "$4" "$5") <("$1" -D --defined-only --format=posix "$2" | cut -d ' ' -f 1 | sort)
+diff -u <("$3" "$4" "$5") <(defined "$1" "$2" | sort)
 diff -u <(linux "$4" "$5" | plain) <(macos "$4" "$5" | plain)
