@@ -18,14 +18,11 @@ macos() {
     sed 's/^_//' "$2" # every symbol has one more underscore there
 }
 
-defined() {
-    if [ "$(uname -s)" = Darwin ]; then
-        "$1" -gjU "$2" | sed 's/^_//'
-    else
-        "$1" -D --defined-only --format=posix "$2" | cut -d ' ' -f 1
-    fi
-}
+flags='-D --defined-only --format=posix' prefix=
+if [ "$(uname -s)" = Darwin ]; then
+    flags=-gjU prefix=_
+fi
 
 # A line that begins with "-" is missing from the library; one that begins with "+" is too much.
-diff -u <("$3" "$4" "$5") <(defined "$1" "$2" | sort)
+diff -u <("$3" "$4" "$5") <("$1" $flags "$2" | cut -d ' ' -f 1 | sed "s/^$prefix//" | sort)
 diff -u <(linux "$4" "$5" | plain) <(macos "$4" "$5" | plain)

@@ -20,11 +20,7 @@ namespace {
 #define LIBRARIES FRAMEWORK "Libraries"
 
 // On macOS, the dynamic loader resolves relative paths and links itself when it loads a library.
-#ifdef __APPLE__
-constexpr bool loaderResolvesPaths = true;
-#else
-constexpr bool loaderResolvesPaths = false;
-#endif
+constexpr bool loaderResolvesPaths = LOADER_RESOLVES_PATHS;
 
 // What the client prints for a library that finds the SDK in this directory.
 std::string path(const char* library, const std::string& sdk) {
@@ -65,17 +61,19 @@ protected:
     std::string runClient(const fs::path& libraryDirectory, const std::string& startDirectory = "/",
                           const std::string& laterDirectory = ".",
                           const std::vector<std::string>& load = {}) const {
+        std::string command = "cd '" + startDirectory + "' && ";
         std::string client = CLIENT_FILE;
 #ifdef __APPLE__
-        // Where the variable does not get through to the client, it finds the link beside itself.
+        // There, the client also finds a link beside itself. The variable may be lost on the way to it, and
+        // must not be there when it loads files: dlopen, too, looks in that directory first.
         client = base + "/client";
         fs::copy_file(CLIENT_FILE, client, fs::copy_options::overwrite_existing);
         fs::remove(base + "/library");
         fs::create_directory_symlink(startDirectory / libraryDirectory, base + "/library");
+        if (load.empty())
 #endif
-        std::string command = "cd '" + startDirectory + "' && " LIBRARY_PATH_VARIABLE "='" +
-                              libraryDirectory.string() + "' exec " CLIENT_EMULATOR " '" + client + "' '" +
-                              laterDirectory + "'";
+            command += LIBRARY_PATH_VARIABLE "='" + libraryDirectory.string() + "' ";
+        command += "exec " CLIENT_EMULATOR " '" + client + "' '" + laterDirectory + "'";
         for (const std::string& file : load) {
             command += " '" + file + "'";
         }
