@@ -19,8 +19,8 @@ namespace {
 #define FRAMEWORK "Frameworks/orvex.framework/"
 #define LIBRARIES FRAMEWORK "Libraries"
 
-// On macOS, the dynamic loader resolves relative paths and links itself when it loads a library.
-constexpr bool loaderResolvesPaths = LOADER_RESOLVES_PATHS;
+// There, the dynamic loader itself resolves relative paths and links when it loads a library.
+constexpr bool isMacos = IS_MACOS == 1;
 
 // What the client prints for a library that finds the SDK in this directory.
 std::string path(const char* library, const std::string& sdk) {
@@ -36,6 +36,7 @@ protected:
         EXPECT_NE(mkdtemp(name.data()), nullptr);
         base = fs::canonical(name);
         installSdk(base + "/sdk");
+        fs::copy_file(CLIENT_FILE, base + "/client");
     }
     ~SdkLayout() override {
         fs::remove_all(base);
@@ -61,19 +62,15 @@ protected:
     std::string runClient(const fs::path& libraryDirectory, const std::string& startDirectory = "/",
                           const std::string& laterDirectory = ".",
                           const std::vector<std::string>& load = {}) const {
-        std::string command = "cd '" + startDirectory + "' && ";
-        std::string client = CLIENT_FILE;
-#ifdef __APPLE__
-        // There, the client also finds a link beside itself. The variable may be lost on the way to it, and
-        // must not be there when it loads files: dlopen, too, looks in that directory first.
-        client = base + "/client";
-        fs::copy_file(CLIENT_FILE, client, fs::copy_options::overwrite_existing);
+        // On macOS, the client also finds a link beside itself: the variable may be lost on the way to it,
+        // and must not be there when it loads files, since dlopen, too, looks in that directory first.
         fs::remove(base + "/library");
         fs::create_directory_symlink(startDirectory / libraryDirectory, base + "/library");
-        if (load.empty())
-#endif
+        std::string command = "cd '" + startDirectory + "' && ";
+        if (!isMacos || load.empty()) {
             command += LIBRARY_PATH_VARIABLE "='" + libraryDirectory.string() + "' ";
-        command += "exec " CLIENT_EMULATOR " '" + client + "' '" + laterDirectory + "'";
+        }
+        command += "exec " CLIENT_EMULATOR " '" + base + "/client' '" + laterDirectory + "'";
         for (const std::string& file : load) {
             command += " '" + file + "'";
         }
@@ -119,9 +116,8 @@ const Place places[] = {
     {"RelativeFromTheSdk", LIBRARIES, "/sdk", "/sdk", "/sdk"},
     {"RelativeFromBesideTheSdk", "../sdk/" LIBRARIES, "/links", "/links", "/sdk"},
     // Each call resolves the path anew, from the directory that is current then.
-    {"RelativeFromAnotherDirectory", ".", "/sdk/" LIBRARIES, "/other/b/c/d/e/f",
-     loaderResolvesPaths ? "/sdk" : "/other"},
-    {"LinkToFile", "/other/b/c/d/e/f", "", "", loaderResolvesPaths ? "/sdk" : "/other"},
+    {"RelativeFromAnotherDirectory", ".", "/sdk/" LIBRARIES, "/other/b/c/d/e/f", isMacos ? "/sdk" : "/other"},
+    {"LinkToFile", "/other/b/c/d/e/f", "", "", isMacos ? "/sdk" : "/other"},
 };
 
 class SdkPlace : public SdkLayout, public ::testing::WithParamInterface<Place> {};
@@ -143,7 +139,7 @@ TEST_P(SdkPlace, IsFound) {
 
 TEST_F(SdkLayout, RelativePathThatLeadsNowhereMakesParseFail) {
     EXPECT_EQ(runClient(LIBRARIES, base + "/sdk", "/"),
-              loaderResolvesPaths
+              isMacos
                   ? found(base + "/sdk")
                   : "OrvexTestCommandLineParser::getApplicationDir> realpath() failed\nlinked gives 0: /x\n");
 }
