@@ -48,7 +48,6 @@ is_installed() {
 package_name() {
     case $platform/$1 in
         Darwin/g++ | Darwin/libgmock-dev) ;;
-        Darwin/libbenchmark-dev) echo google-benchmark ;;
         Darwin/libfmt-dev) echo fmt ;;
         Darwin/libgtest-dev) echo googletest ;;
         Darwin/ninja-build) echo ninja ;;

@@ -213,12 +213,11 @@ void compareHelp(const OrvexTestCommandLineParser& library, const model::Parser&
 
 Difference findDifference(const Scenario& scenario) {
     static const std::string applicationDir = findApplicationDir();
-    const std::set<std::string> refused = canRefuseSettings ? scenario.refused : std::set<std::string>();
 
     OrvexTestCommandLineParser& library = newProcessWideParser();
     model::Environment environment = scenario.environment;
-    model::Parser model(environment, applicationDir, refused);
-    const ProcessEnvironment processEnvironment(scenario.environment, refused);
+    model::Parser model(environment, applicationDir, scenario.refused);
+    const ProcessEnvironment processEnvironment(scenario.environment, scenario.refused);
 
     for (std::size_t i = 0; i <= scenario.calls.size(); ++i) {
         Differences compare;

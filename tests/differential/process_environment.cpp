@@ -1,6 +1,5 @@
 #include "differential/process_environment.h"
 
-#include <dlfcn.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -30,10 +29,13 @@ ProcessEnvironment::ProcessEnvironment(const std::map<std::string, std::string>&
     entries.push_back(nullptr);
     environ = entries.data();
     active = this;
+    setenvInstead = [](const char* name, const char* value, int overwrite) {
+        return active->set(name, value, overwrite != 0);
+    };
 }
 
 ProcessEnvironment::~ProcessEnvironment() {
-    active = nullptr;
+    setenvInstead = nullptr;
     environ = saved;
 }
 
@@ -75,23 +77,3 @@ int ProcessEnvironment::set(const char* name, const char* value, bool overwrite)
 }
 
 }  // namespace differential
-
-#ifdef __linux__
-#ifdef __GLIBC__
-#define SETENV_EXCEPTIONS noexcept
-#else
-#define SETENV_EXCEPTIONS
-#endif
-
-// The dynamic loader finds this one before the platform's, for the library too.
-// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
-extern "C" __attribute__((visibility("default"))) int setenv(const char* name, const char* value,
-                                                             int overwrite) SETENV_EXCEPTIONS {
-    if (differential::active != nullptr) {
-        return differential::active->set(name, value, overwrite != 0);
-    }
-    using Setenv = int (*)(const char*, const char*, int);
-    static const auto platform = reinterpret_cast<Setenv>(dlsym(RTLD_NEXT, "setenv"));
-    return platform(name, value, overwrite);
-}
-#endif

@@ -11,17 +11,13 @@
 
 namespace differential {
 
-// Whether a setting can be made to fail, which takes a setenv of our own in front of the platform's.
-#ifdef __linux__
-constexpr bool canRefuseSettings = true;
-#else
-constexpr bool canRefuseSettings = false;
-#endif
+// Unless null, answers every call of setenv.
+extern int (*setenvInstead)(const char* name, const char* value, int overwrite);
 
 // Takes the place of the process environment as long as it lives. Only one at a time.
 //
 // The platform's setenv keeps every text that it was ever given, so millions of scenarios would use up the
-// memory. Where this class can, it answers setenv itself and releases the texts with the scenario.
+// memory. This class answers setenv itself and releases the texts with the scenario.
 class ProcessEnvironment {
 public:
     ProcessEnvironment(const std::map<std::string, std::string>& variables,

@@ -17,9 +17,13 @@ std::string cString(const std::string& text) {
 }
 
 // What getenv finds. The GNU C library compares a name with the beginning of "NAME=VALUE" as text: with A
-// defined as B=C, the name "A=B" finds C.
+// defined as B=C, the name "A=B" finds C. On macOS, a name ends at its first "=".
 std::optional<std::string> lookUp(const Environment& environment, const std::string& name) {
+#ifdef __APPLE__
+    const std::string beginning = cString(name.substr(0, name.find('='))) + "=";
+#else
     const std::string beginning = cString(name) + "=";
+#endif
     if (beginning == "=") {
         return std::nullopt;
     }

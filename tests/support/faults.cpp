@@ -1,6 +1,6 @@
 #include "support/faults.h"
 
-#include <dlfcn.h>
+#include "support/replaced_functions.h"
 
 #include <atomic>
 #include <cerrno>
@@ -23,19 +23,6 @@
 #endif
 #ifndef OWNS_FREE
 #define OWNS_FREE 1
-#endif
-
-// On ELF, the program defines the functions under their own names, and so do libraries call them. On macOS,
-// a library calls what it was linked to: there the functions have names of their own and stand in a library
-// with a table, which the dynamic loader puts in the place of the platform's.
-#ifdef __APPLE__
-#define REPLACEMENT(name) replacement_##name
-#define PLATFORM(name) (&::name)
-#define PLATFORM_NOEXCEPT
-#else
-#define REPLACEMENT(name) name
-#define PLATFORM(name) nextAfterProgram<decltype(&::name)>(#name)
-#define PLATFORM_NOEXCEPT noexcept
 #endif
 
 namespace faults {
@@ -96,13 +83,6 @@ void release(void* memory) noexcept {
         std::free(memory);
     }
 }
-
-#ifndef __APPLE__
-template <typename Function>
-Function nextAfterProgram(const char* name) {
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
-#endif
 
 }  // namespace
 
@@ -289,17 +269,7 @@ void releaseSized(void* memory, std::size_t /*size*/) noexcept {
     release(memory);
 }
 
-struct Pair {
-    const void* replacement;
-    const void* original;
-};
-
-#define REPLACE_BY(replacement, type, original) \
-    { reinterpret_cast<const void*>(replacement), reinterpret_cast<const void*>(static_cast<type>(original)) }
-#define REPLACE(name) REPLACE_BY(&replacement_##name, decltype(&::name), &::name)
-
-// The table that the dynamic loader reads.
-__attribute__((used, section("__DATA,__interpose"))) const Pair pairs[] = {
+REPLACEMENTS = {
     REPLACE(getenv),
     REPLACE(setenv),
     REPLACE(dladdr),

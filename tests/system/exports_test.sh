@@ -18,6 +18,11 @@ macos() {
     sed 's/^_//' "$2" # every symbol has one more underscore there
 }
 
+flags='-D --defined-only --format=posix' prefix=
+if [ "$(uname -s)" = Darwin ]; then
+    flags=-gjU prefix=_
+fi
+
 # A line that begins with "-" is missing from the library; one that begins with "+" is too much.
-diff -u <("$3" "$4" "$5") <("$1" -D --defined-only --format=posix "$2" | cut -d ' ' -f 1 | sort)
+diff -u <("$3" "$4" "$5") <("$1" $flags "$2" | cut -d ' ' -f 1 | sed "s/^$prefix//" | sort)
 diff -u <(linux "$4" "$5" | plain) <(macos "$4" "$5" | plain)

@@ -1,0 +1,40 @@
+// Functions of the platform that the tests replace. On ELF, the program defines them under their own names,
+// and so do libraries call them. On macOS, a library calls what it was linked to: there the replacements have
+// names of their own and stand in a library with a table, which the dynamic loader puts in the place of the
+// platform's.
+
+#ifndef ORVEX_TESTS_REPLACED_FUNCTIONS_H
+#define ORVEX_TESTS_REPLACED_FUNCTIONS_H
+
+#include <dlfcn.h>
+
+#ifdef __APPLE__
+
+#define REPLACEMENT(name) replacement_##name
+#define PLATFORM(name) (&::name)
+#define PLATFORM_NOEXCEPT
+
+struct Replacement {
+    const void* replacement;
+    const void* original;
+};
+
+#define REPLACE_BY(replacement, type, original) \
+    { reinterpret_cast<const void*>(replacement), reinterpret_cast<const void*>(static_cast<type>(original)) }
+#define REPLACE(name) REPLACE_BY(&replacement_##name, decltype(&::name), &::name)
+#define REPLACEMENTS \
+    __attribute__((used, section("__DATA,__interpose"))) static const Replacement replacements[]
+
+#else
+
+#define REPLACEMENT(name) name
+#define PLATFORM(name) nextAfterProgram<decltype(&::name)>(#name)
+#define PLATFORM_NOEXCEPT noexcept
+
+template <typename Function>
+Function nextAfterProgram(const char* name) {
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+#endif
+#endif
