@@ -327,7 +327,7 @@ class Hints(unittest.TestCase):
                 self.assertNotIn("Hints", output)
 
     def test_a_number_is_no_option(self):
-        self.assertIn("-2d  (begins with a number, so it is no option)\n", show("-2d").stdout)
+        self.assertIn("-2z  (begins with a number, so it is no option)\n", show("-2z").stdout)
 
     def test_there_are_none_for_what_the_parser_did_not_look_at(self):
         self.assertNotIn("Hints", show("-foo", "X", variables={"_ORVEX_TEST_ARGS_": "'"}).stdout)
