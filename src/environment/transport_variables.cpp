@@ -61,7 +61,10 @@ bool exportNumberUnlessEmpty(const char* name, const std::string& value) {
 bool defineExtraTransportLayer() {
     constexpr const char* name = "ORVEX_GTC_USE_EXTRA_TL";
     std::string ignored;
-    return getEnvironmentVariable(name, ignored) || setEnvironmentVariable(name, "1");
+    if (getEnvironmentVariable(name, ignored)) {
+        return true;
+    }
+    return setEnvironmentVariable(name, "1");
 }
 
 }  // namespace
