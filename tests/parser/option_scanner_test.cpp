@@ -1,5 +1,7 @@
 // What a scan makes of a token list.
 
+#include "parser/option_scanner.h"
+
 #include "OrvexTestCommandLineParser.h"
 #include "support/arguments.h"
 
@@ -9,6 +11,7 @@
 #include <cstdint>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -306,6 +309,46 @@ TEST(OptionScannerMode, GroupedShortFlags) {
     }
     EXPECT_EQ(scannedInMode(mode | OptionRegistry::UnknownTakesValue, "app -ab V", "a b"), "app V | a b");
     EXPECT_EQ(scannedInMode(mode | OptionRegistry::NoInlineValue, "app -u=o V", "u = o"), "app | u = o='V'");
+}
+
+// Takes a value for every option but "w", and notes what it is told.
+struct Notes {
+    std::string text;
+
+    static bool hasPositionals() {
+        return true;
+    }
+    static bool isValueOption(std::string_view name) {
+        return name != "w";
+    }
+    static bool isMultiValueOption(std::string_view /*name*/) {
+        return false;
+    }
+    static bool hasMode(std::uint32_t bit) {
+        return bit == OptionRegistry::UnknownAsFlag;
+    }
+    void positional(std::string_view token) {
+        text.append("positional ").append(token).append("; ");
+    }
+    void droppedProgramName(std::string_view token) {
+        text.append("dropped ").append(token).append("; ");
+    }
+    void flag(std::string_view name) {
+        text.append("flag ").append(name).append("; ");
+    }
+    void value(std::string_view name, std::string_view value) {
+        text.append(name).append(" ").append(value).append("; ");
+    }
+    void inlineValue(std::string_view name, std::string_view value) {
+        text.append(name).append("=").append(value).append("; ");
+    }
+};
+
+TEST(OptionScanner, TellsTheVisitorWhatEachTokenIs) {
+    const std::vector<std::string_view> tokens = {"app", "Suite", "-w", "-o", "1", "--tl=2", "-tl", "-5"};
+    Notes notes;
+    orvex::OptionScanner(tokens, notes).scan();
+    EXPECT_EQ(notes.text, "dropped app; positional Suite; flag w; o 1; tl=2; tl -5; ");
 }
 
 }  // namespace

@@ -149,7 +149,7 @@ char* REPLACEMENT(getenv)(const char* name) PLATFORM_NOEXCEPT {
 
 int REPLACEMENT(setenv)(const char* name, const char* value, int overwrite) PLATFORM_NOEXCEPT {
     static const auto platform = PLATFORM(setenv);
-    keep(overwrite == 0 ? "setenv unless defined " : "setenv ", name, "=", value);
+    keep(overwrite == 1 ? "setenv " : "setenv otherwise ", name, "=", value);
     if (failsNow(Call::SetEnv) || refusedVariables.count(std::string_view(name)) != 0) {
         errno = ENOMEM;
         return -1;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -77,25 +78,16 @@ TEST_F(Record, AnEmptyOrAbsentValueLeavesTheDefault) {
     }
 }
 
-TEST_F(Record, ASecondParseTakesANewValue) {
+TEST_F(Record, ASecondParseTakesANewValueAndKeepsTheOldForAnEmptyOneButForTheGroup) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.option);
-        OrvexTestCommandLineParser fresh;
-        ASSERT_TRUE(parse(fresh, {"app", row.option, "old"}));
-        ASSERT_TRUE(parse(fresh, {"app", row.option, "new"}));
-        ASSERT_THAT(snapshotOf(fresh.getTestRunInformation()),
-                    ContainerEq(recordWith(row.fields, row.afterNew)));
-    }
-}
-
-TEST_F(Record, ASecondParseKeepsWhatAnEmptyValueDoesNotReplaceButForTheGroup) {
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.option);
-        OrvexTestCommandLineParser fresh;
-        ASSERT_TRUE(parse(fresh, {"app", row.option, "old"}));
-        ASSERT_TRUE(parse(fresh, {"app", row.option, ""}));
-        ASSERT_THAT(snapshotOf(fresh.getTestRunInformation()),
-                    ContainerEq(recordWith(row.fields, row.afterEmpty)));
+        for (const auto& [value, expected] : {std::pair("new", row.afterNew), {"", row.afterEmpty}}) {
+            OrvexTestCommandLineParser fresh;
+            ASSERT_TRUE(parse(fresh, {"app", row.option, "old"}));
+            ASSERT_TRUE(parse(fresh, {"app", row.option, value}));
+            ASSERT_THAT(snapshotOf(fresh.getTestRunInformation()),
+                        ContainerEq(recordWith(row.fields, expected)));
+        }
     }
 }
 
