@@ -71,8 +71,8 @@ extern const char* libraryFile;                              // unless null, the
 extern const char* resolvedPath;                             // unless null, what realpath answers
 extern bool allocationsAreSlow;                              // so that other threads overtake
 
-// Keeps, as long as it lives, what was called and thrown: "getenv NAME", "setenv NAME=value" ("setenv otherwise
-// NAME=value" when the flag to overwrite is not 1), "dladdr", "realpath PATH", "throw TYPE: message".
+// Keeps, as long as it lives, what was called and thrown: "getenv NAME", "setenv NAME=value" ("setenv
+// otherwise" unless its flag is 1), "dladdr", "realpath PATH", "throw TYPE: message".
 class CallLog {
 public:
     CallLog();
