@@ -25,7 +25,7 @@ constexpr SessionVariable sessionVariables[] = {
 };
 
 // Unlike for the transport variables, a failure to set one does not end the parse.
-void exportUnlessEmpty(const char* name, const std::string& value) {
+void exportIgnoringFailure(const char* name, const std::string& value) {
     if (!value.empty()) {
         setEnvironmentVariable(name, value);
     }
@@ -35,9 +35,9 @@ void exportUnlessEmpty(const char* name, const std::string& value) {
 
 void exportSessionVariables(const OptionRegistry& options) {
     for (const SessionVariable& row : sessionVariables) {
-        exportUnlessEmpty(row.variable, options.getSingleValue(row.option));
+        exportIgnoringFailure(row.variable, options.getSingleValue(row.option));
     }
-    exportUnlessEmpty("TRANSPORT_LAYER", options.getJoinedValues("tl", " "));
+    exportIgnoringFailure("TRANSPORT_LAYER", options.getJoinedValues("tl", " "));
 }
 
 }  // namespace orvex

@@ -3,6 +3,7 @@
 #include "differential/scenario.h"
 #include "support/known_options.h"
 
+#include <algorithm>
 #include <climits>
 #include <random>
 

@@ -2,6 +2,7 @@
 #include "show_arguments.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <algorithm>
 #include <cstdlib>
 #include <map>
