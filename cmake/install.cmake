@@ -29,6 +29,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparserConfigVersion.cma
 file(RELATIVE_PATH pkgconfig_to_prefix
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
+list(TRANSFORM testcommandlineparser_definitions PREPEND " -D" OUTPUT_VARIABLE pkgconfig_definitions)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/testcommandlineparser.pc.in testcommandlineparser.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparser.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)

@@ -21,14 +21,17 @@
 /// - Strings are bytes. No locale is consulted, and no value is validated, except for the first byte of
 ///   the four numbers.
 /// - Parse reports failure by returning false. It prints nothing and keeps what it had done so far.
-/// - A reference that an accessor returns stays valid as long as the parser lives, and a later Parse
-///   may change what it refers to. Only a reference to a single test path ends with the next Parse.
+/// - References stay valid for the parser's lifetime; a later Parse or an assignment may change what they
+///   refer to. Both invalidate references to single test paths.
 /// - Nothing here is locked. Parse writes the process environment, which all threads share.
 /// - The classes hold standard containers by value: build a program with the standard library and with
-///   the version of this header that the library was built with. `_GLIBCXX_USE_CXX11_ABI=0` and
-///   `_GLIBCXX_DEBUG` change the containers of libstdc++, so that a program can link and then write beyond
-///   the object. This header refuses both, unless
-///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS is defined: the library was built so, too.
+///   the version of this header that the library was built with. Otherwise the program may link, and then
+///   read or write the wrong memory. This header refuses libc++ for a library that was built with
+///   libstdc++ and the reverse (the library's target and its pkg-config file define
+///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_LIBCXX where it applies, outside Apple platforms), and
+///   `_GLIBCXX_DEBUG` and `_GLIBCXX_USE_CXX11_ABI=0`, which change libstdc++'s containers.
+///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS switches these checks off, for a library
+///   that was built with the same settings as the program.
 ///
 /// Usable from C++11 on. C programs, and C++ programs that want the one process-wide parser, use
 /// OrvexTestCommandLineParserC.h.
@@ -45,11 +48,18 @@
 #include <string>
 #include <vector>
 
-#if defined(__GLIBCXX__) && !defined(ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS)
-#if defined(_GLIBCXX_DEBUG) || !_GLIBCXX_USE_CXX11_ABI
+#ifndef ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS
+#if defined(__GLIBCXX__) && defined(ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_LIBCXX)
+#error "This program uses libstdc++, but the library was built with libc++."
+#elif defined(__GLIBCXX__) && (defined(_GLIBCXX_DEBUG) || !_GLIBCXX_USE_CXX11_ABI)
 #error \
-    "These containers are not those of the library. If it was built with the same settings, define \
-ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS."
+    "libstdc++ is configured differently from the build of the library (_GLIBCXX_DEBUG or the old ABI). If the \
+library was built with the same settings, define ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS."
+#elif defined(_LIBCPP_VERSION) && !defined(__APPLE__) && \
+    !defined(ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_LIBCXX)
+#error \
+    "This program uses libc++, but the library was built with libstdc++. If it was built with libc++, define \
+ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_LIBCXX."
 #endif
 #endif
 
@@ -57,10 +67,10 @@ ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS."
 #define ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT __attribute__((visibility("default")))
 #endif
 
-/// What is known about the test run: eighteen strings, all empty after construction. A Parse fills them
-/// as its last step but one, so one that ends early leaves them as they were. A string whose option has
-/// no value, or an empty one, is kept from before, except for the three noted below. Nothing interprets
-/// the strings.
+/// What is known about the test run: eighteen strings, all empty after construction. They are filled near
+/// the end of Parse; a Parse that fails earlier leaves them unchanged, and one that runs out of memory
+/// at that point leaves some of them changed. A string whose option is absent or empty is left
+/// unchanged, except for the three with a fixed start value. Nothing interprets the strings.
 ///
 /// The order is part of the interface: the C interface copies the first sixteen fields, in this order,
 /// into slots of 256 bytes.
@@ -92,7 +102,7 @@ struct TestRunInformation {
 ///
 /// Every operation takes an option name with or without its dashes: `o`, `-o` and `--o` are the same
 /// option. Names are compared byte by byte. Scans only add; nothing is ever removed. No operation
-/// reads or writes an environment variable, and the only exception is std::bad_alloc.
+/// reads or writes an environment variable. Running out of memory throws std::bad_alloc, except in isNumber.
 class OptionRegistry {
 public:
     /// Bits of the mode word, which varies the grammar.
@@ -132,12 +142,14 @@ public:
 
     /// Scans argv[0] to argv[argc - 1] as parseTokens does.
     /// - argc: 0 or more.
-    /// - argv: at least argc pointers to zero-terminated strings, none null; copied.
+    /// - argv: at least argc pointers to NUL-terminated strings, none null and none inside a string of this
+    ///     registry. They are copied.
     void parseArgv(int argc, const char* const* argv);
 
     /// Scans a token list and adds what it finds to what earlier scans left.
-    /// - tokens: the program name and then the arguments. A program name that does not look like an
-    ///     option is the first positional argument; it is dropped when there is one already.
+    /// - tokens: the program name and then the arguments, copied; not a list of this registry. A program
+    ///     name that does not look like an option is the first positional argument; it is dropped when
+    ///     there is one already.
     void parseTokens(const std::vector<std::string>& tokens);
 
     /// Whether the option was given without a value. An option given with one does not count.
@@ -166,6 +178,7 @@ public:
     static std::string trimLeadingDashes(const std::string& text);
 
     /// Whether formatted extraction in the classic locale reads a double from the start of the token.
+    /// An exception during the extraction, running out of memory included, means no.
     static bool isNumber(const std::string& token);
 
     /// Whether the token begins with a dash and is not a number.
@@ -215,22 +228,24 @@ public:
     OrvexTestCommandLineParser(const OrvexTestCommandLineParser&) = default;
     OrvexTestCommandLineParser& operator=(const OrvexTestCommandLineParser&) = default;  ///< as above
 
-    /// Parses the arguments in ORVEX_TEST_ARGS, then argv, then the arguments in `_ORVEX_TEST_ARGS_`,
-    /// and acts on them. Of several values of an option the last one counts; transport layers (-tl),
-    /// properties (-p) and test paths are collected in that order.
+    /// Parses the arguments in ORVEX_TEST_ARGS, then argv, then the arguments in `_ORVEX_TEST_ARGS_`, fills
+    /// the accessors and sets the variables below. If an option is repeated, the last value wins;
+    /// transport layers (-tl), properties (-p) and test paths accumulate.
     ///
     /// - argc: the number of arguments, the program name included. 0 returns true at once, with
     ///     nothing read or changed, whatever argv is.
-    /// - argv: argc pointers to zero-terminated strings, none of them null. Read during the call only.
-    /// - Result: true when everything was done; false, with nothing printed, when something failed.
+    /// - argv: argc pointers to NUL-terminated strings, none of them null. Read during the call only.
+    /// - Result: false, with nothing printed, for a failure of the first table; otherwise true.
     /// - Errors: lets no exception out. One that is not a std::exception, which only a replaced allocation
-    ///     function could raise, ends the process through std::terminate.
+    ///     function or a new-handler can throw, ends the process through std::terminate.
     ///
-    /// What makes it fail, and what has happened by then, which is kept:
+    /// The failures, and what has happened by then, which is kept:
     ///
     ///     argc is negative, argv is null     nothing
-    ///     ORVEX_TEST_ARGS has an open quote  nothing
-    ///     _ORVEX_TEST_ARGS_ has one          the other sources are scanned; no accessor has changed
+    ///     ORVEX_TEST_ARGS has an             nothing
+    ///     unterminated quote
+    ///     _ORVEX_TEST_ARGS_ has an           the other sources are scanned; no accessor has changed
+    ///     unterminated quote
     ///     -socketbuffer does not begin with  the accessors have their new values, except for the record;
     ///     a decimal digit                    no variable is set
     ///     -packetsize, -packetdelay or       the accessors likewise; the variables before its own in the
@@ -239,30 +254,28 @@ public:
     ///     TEST_PROPERTIES cannot be set
     ///     GENICAM_GENTL64_PATH needs the     the same
     ///     SDK's directory: it is not found
-    ///     memory runs out                    the steps before
+    ///     memory runs out                    what came before; the step it interrupts may be half done
     ///
-    /// Two failures go unnoticed. When there is no memory to expand GENICAM_GENTL64_PATH, it is set with its
-    /// references as they are. And while the standard library reads a number such as "-5" from its stream,
-    /// it takes any exception, one that is not a std::exception included, for "no number": the token then
-    /// counts as an option.
+    /// Three failures are ignored: a variable from GENICAM_GENTL64_PATH on that cannot be set, no memory to
+    /// expand that path (its references stay as they are), and an exception inside OptionRegistry::isNumber.
     ///
     /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and, for
-    /// GENICAM_GENTL64_PATH, that variable and those that the new search path names as `%NAME%` or `$(NAME)`.
-    /// The SDK's directory stands in that path twice and is not quoted: a single "%" in it pairs with its
-    /// copy, an open "$(" with the next ")" beyond it, and what is between is looked up as a variable.
+    /// GENICAM_GENTL64_PATH, its old value, which is not expanded, and variables that the SDK's directory
+    /// references as `%NAME%` or `$(NAME)`. The directory appears twice in the new path, unescaped: "$$"
+    /// becomes "$", a single "%" pairs with the one in the second copy, and "$(" with the next ")".
     ///
     /// Writes, in this order:
     ///
     ///     ORVEX_GTC_USE_EXTRA_TL      "1", only if it is not defined
     ///     ORVEX_DEVICE_FILTER         "DeviceClass=" and a class, for each class in -tl, sorted and
     ///                                 joined by "||"; only with an entry in -tl
-    ///     ORVEX_GIGE_STREAMPARAMS     "Type=" and the driver named after "DravikGigE:" in -tl (of
-    ///                                 several, the last in byte order), "SocketBufferSize=" and
-    ///                                 -socketbuffer, or both with a blank between
+    ///     ORVEX_GIGE_STREAMPARAMS     "Type=" and the driver named after "DravikGigE:" in -tl (if there
+    ///                                 are several, the last in byte order), "SocketBufferSize=" and
+    ///                                 -socketbuffer, or both with a space between
     ///     ORVEX_GIGE_STREAM_GEVSCPS   -packetsize, or "8192"
     ///     ORVEX_GIGE_STREAM_GEVSCPD   -packetdelay
     ///     ORVEX_CAMEMU                -camemu
-    ///     TEST_PROPERTIES             the -p values joined by one blank
+    ///     TEST_PROPERTIES             the -p values joined by one space
     ///     GENICAM_GENTL64_PATH        the producer directories of the SDK that this library belongs
     ///                                 to, in front of the old value; only if -tl has "DravikGTC"
     ///     TEST_SESSION_GUID           -tdc_guid
@@ -274,13 +287,14 @@ public:
     ///     USER_UID                    -tdc_userid
     ///     VCS_REVISION                -tdc_vcsrevision
     ///     VCS_BRANCH                  -tdc_vcsbranch
-    ///     TRANSPORT_LAYER             the -tl values joined by one blank
+    ///     TRANSPORT_LAYER             the -tl values joined by one space
     ///
-    /// An empty value counts as none. Apart from the first and from ORVEX_GIGE_STREAM_GEVSCPS, a variable
-    /// without a value is left as it was. From GENICAM_GENTL64_PATH on, a failure to set one is ignored.
+    /// Apart from the first and ORVEX_GIGE_STREAM_GEVSCPS, a variable is left unchanged if its value would
+    /// be empty. Empty values of -tl and -p are joined like others: "-p= -p=" sets one space. An empty driver
+    /// counts, too: "-tl DravikGigE::more" sets "Type=".
     ///
-    /// A second Parse adds to what the first one scanned: options that it lacks apply again, and the
-    /// test paths of the first call are in the list twice.
+    /// A second Parse adds to what the first one scanned: options that it lacks apply again, and all test
+    /// paths scanned so far are appended again.
     bool Parse(int argc, char** argv) noexcept;
 
     /// Parses wide arguments: converts them to UTF-8 and hands them to the narrow Parse.
@@ -316,13 +330,13 @@ public:
     ///
     /// - variableName: the variable to read. Null or empty: nothing happens.
     /// - programName: a zero-terminated string, not null, which takes the place of argv[0].
-    /// - Errors: throws std::runtime_error, with nothing scanned, when a quote is not closed, and
-    ///     std::bad_alloc when memory runs out.
+    /// - Errors: throws std::runtime_error, with nothing scanned, for an unterminated quote, and
+    ///     std::bad_alloc when memory runs out, except in OptionRegistry::isNumber.
     /// - Reads the named variable; an undefined or blank one adds nothing. Writes none.
     void ParseArgsFromEnvironmentVariable(const char* variableName, const char* programName);
 
     /// The program name: the first argument ever scanned that is neither an option nor the value of one.
-    /// That is the argv[0] of the first Parse, unless it looks like an option or
+    /// That is the argv[0] of the first Parse that scanned anything, unless it looks like an option or
     /// ParseArgsFromEnvironmentVariable was called before with another program name.
     const std::string& getApplicationName() const noexcept;
 
@@ -335,17 +349,17 @@ public:
     /// The test suites and test cases to run, "Suite" or "Suite::Case", in the order given.
     const std::vector<std::string>& getTestPaths() const noexcept;
 
-    /// The first of the test paths, valid until the next Parse; or an empty string, valid until exit
-    /// handlers run.
+    /// The first of the test paths, valid until the next Parse or assignment; if there is none, an empty
+    /// string, valid until exit handlers run.
     const std::string& getFirstTestPath() const noexcept;
 
     /// All transport layers, the -tl values, joined by a comma.
     const std::string& getTlList() const noexcept;
 
-    /// Whether one of -?, -h, -H and -help was given.
+    /// Whether one of -?, -h, -H and -help was given without a value ("-h=1" does not count).
     bool helpRequested() const noexcept;
 
-    /// Whether -w was given: the program should wait before it exits.
+    /// Whether -w was given without a value: the program should wait before it exits.
     bool waitBeforeExit() const noexcept;
 
     /// What is known about the test run.
@@ -363,9 +377,10 @@ public:
     /// The directory that the SDK is installed in: five levels above the one that holds this library's
     /// file, after symbolic links among the directories are resolved; empty when that is the root or
     /// would lie above it. If the dynamic loader reports the file without a slash in its name, it is the
-    /// library's own directory.
-    /// - Errors: throws std::runtime_error when the file or the directory cannot be found, and
-    ///     std::bad_alloc when memory runs out.
+    /// directory of the file itself, after all links are resolved. If the library was loaded by a
+    /// relative name, the working directory must still be the one in which it was loaded.
+    /// - Errors: throws std::runtime_error when the file or the directory cannot be found, which includes
+    ///     running out of memory in realpath, and std::bad_alloc when memory runs out elsewhere.
     /// - Reads and writes no environment variable.
     static std::string getApplicationDir();
 

@@ -17,13 +17,15 @@
  * - A function that returns int returns 1 for success or yes and 0 for failure or no.
  * - A string that a function returns belongs to the parser: it is zero-terminated, never null, and must
  *   be neither changed nor freed. It is valid until the next parse, and not after exit handlers have
- *   begun to run or the library has been unloaded. Before the first parse it is empty.
+ *   begun to run or the library has been unloaded. It is empty until a parse has filled it.
  * - The parser is destroyed by an exit handler. Call no function from an exit handler or a destructor of
  *   a static object that may run later than that one, nor after dlclose.
  * - Parse before other threads start. Apart from the creation of the parser, nothing is locked.
  * - Memory exhaustion outside the parse itself leaves a function as a C++ exception. If it strikes
  *   while the parser is created, the next call tries again.
- * - Only the two parse functions read or write environment variables.
+ * - Only the two parse functions read or write environment variables. A runtime that keeps a copy of the
+ *   environment (Python's os.environ, Go's os.Getenv) does not see what they set; child processes do,
+ *   unless they are given such a copy.
  *
  * Usable from C99 on, and from C++. */
 
@@ -48,8 +50,9 @@ extern "C" {
 /** Parses the command line and the arguments in ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`.
  * - argc: the number of arguments, the program name included; with 0 nothing happens and 1 is returned.
  * - argv: argc zero-terminated strings, none null; read during the call only.
- * - Result: 1; or 0 when the arguments are bad or what they ask for cannot be done. What was done up to
- *     the failure is kept. */
+ * - Result: 1; or 0 when the arguments are bad, when a variable up to TEST_PROPERTIES cannot be set, when
+ *     the SDK's directory is needed and not found, or when memory runs out. What was done up to the failure
+ *     is kept. A failure to set a later variable is ignored. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int argc, char** argv);
 
 /** The same for wide arguments, each wchar_t of which is one UTF-32 code point. They become UTF-8.
@@ -59,7 +62,7 @@ ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int a
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_ParseW(int argc, wchar_t** argv);
 
 /** The program name: the first argument ever scanned that is neither an option nor the value of one,
- * usually the argv[0] of the first parse. */
+ * usually the argv[0] of the first parse that scanned anything. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetApplicationName(void);
 
 /** The name of the XML report file, -x; empty when it was not given. */
@@ -71,10 +74,10 @@ ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_Get
 /** The first test suite or test case to run; empty when there is none. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetTestPath(void);
 
-/** Whether -w was given: the program should wait before it exits. */
+/** Whether -w was given without a value: the program should wait before it exits. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetWaitBeforeExit(void);
 
-/** Whether one of -?, -h, -H and -help was given. */
+/** Whether one of -?, -h, -H and -help was given without a value. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetHelpRequested(void);
 
 /** Copies the usage text.
@@ -101,7 +104,7 @@ OrvexTestCommandLineParser_GetHelpMessage(const char* applicationName, char* buf
  *     ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE bytes: a zero-terminated string each, and zeros up to the end
  *     of the slot. In order: group, session identifier, run name, run description, product, "0", user
  *     identifier, revision, branch, revision again, branch again, computer name, operating system,
- *     transport layers, report file, test name. All are empty before the first parse.
+ *     transport layers, report file, test name. All, "0" included, are empty until a parse has filled them.
  * - Result: 1; or 0 when buffer is null, and when a string has more than 255 bytes. The slots before that
  *     string are filled then, and its own and all later ones are zero. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetTestRunInformation(char* buffer);

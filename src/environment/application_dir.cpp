@@ -7,16 +7,10 @@
 #include <stdexcept>
 
 namespace orvex {
-namespace {
-
-// Identifies this library to dladdr. An object, because the address of a function would need a cast.
-constexpr char libraryAnchor = 0;
-
-}  // namespace
 
 std::string getApplicationDir() {
     Dl_info library;
-    if (dladdr(&libraryAnchor, &library) == 0) {
+    if (dladdr(reinterpret_cast<void*>(&getApplicationDir), &library) == 0) {
         throw std::runtime_error("OrvexTestCommandLineParser::getApplicationDir> dladdr() failed");
     }
     std::string path = library.dli_fname;
@@ -33,7 +27,7 @@ std::string getApplicationDir() {
     std::string directory = resolved.get();
     const std::size_t lastSeparator = directory.rfind('/');
     if (lastSeparator == std::string::npos) {
-        // The text is fixed: it names the caller, not this function.
+        // The message is fixed; it names the public member function, not this one.
         throw std::runtime_error("OrvexTestCommandLineParser::Parse> can't query path");
     }
     directory.erase(lastSeparator);
