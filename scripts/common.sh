@@ -9,8 +9,9 @@ if [ "$platform" = Darwin ]; then
     development=macos-native
 fi
 
+# Progress goes to standard error, so that what a script prints can be piped.
 step() {
-    printf '== %s\n' "$*"
+    printf '== %s\n' "$*" >&2
 }
 
 linux_only() {
@@ -31,6 +32,18 @@ quietly() {
     if ! wait $!; then
         cat "$log" >&2
         printf 'failed: %s\n' "$*" >&2
+        return 1
+    fi
+}
+
+# Runs a long command: on a terminal with its own progress, otherwise with its output in a log.
+# with_progress LOG COMMAND...
+with_progress() {
+    if [ ! -t 2 ]; then
+        step "log: $1"
+        quietly "$@"
+    elif ! "${@:2}" >&2; then
+        printf 'failed: %s\n' "${*:2}" >&2
         return 1
     fi
 }
@@ -80,7 +93,13 @@ need_packages() {
     step "installing$missing"
     export DEBIAN_FRONTEND=noninteractive
     quietly build/packages.log apt-get update
-    quietly build/packages.log apt-get install -y --no-install-recommends $missing
+    for package in $missing; do
+        if [ -z "$(apt-cache policy "$package" | sed -n 's/^ *Candidate: *//p' | grep -v '(none)')" ]; then
+            echo "$0 needs $package, which this system does not offer; Debian 12 does." >&2
+            exit 1
+        fi
+    done
+    with_progress build/packages.log apt-get install -y --no-install-recommends $missing
 }
 
 # Configures and builds a preset, or some of its targets. build_preset PRESET [TARGET...]
@@ -92,18 +111,21 @@ build_preset() {
     fi
     step "configuring and building in build/$preset"
     quietly "build/$preset/configure.log" cmake --preset "$preset"
-    quietly "build/$preset/build.log" cmake --build --preset "$preset" "$@"
+    with_progress "build/$preset/build.log" cmake --build --preset "$preset" "$@"
 }
 
 # Runs ctest in the build of a preset. run_tests PRESET ARGUMENT...
 run_tests() {
     local log=build/$1/test.log
-    step "running the tests of build/$1"
-    if ! ctest --parallel "$jobs" --output-on-failure "${@:2}" >"$log" 2>&1; then
-        show_failures "$log" >&2
-        return 1
+    local command=(ctest --parallel "$jobs" --output-on-failure "${@:2}")
+    if [ -t 2 ]; then
+        step "running the tests of build/$1"
+        "${command[@]}" --progress --output-log "$log" >&2 || { show_failures "$log" >&2 && return 1; }
+    else
+        step "running the tests of build/$1 (log: $log)"
+        "${command[@]}" >"$log" 2>&1 || { show_failures "$log" >&2 && return 1; }
+        grep 'tests passed' "$log"
     fi
-    grep 'tests passed' "$log"
 }
 
 # Prints the names of the tests that failed, then the first lines of the output of the first of them. The
