@@ -286,6 +286,15 @@ TEST_F(Parse, FailsAtAnOpenQuoteInTheSecondVariableAfterItHasScannedTheCommandLi
 
 // A second parse
 
+TEST_F(Parse, ApplicationNameComesFromTheFirstParseThatScansAnything) {
+    set("ORVEX_TEST_ARGS", "'");
+    EXPECT_FALSE(parse(parser, words("first Suite")));
+    writeEnvironment({});
+    EXPECT_TRUE(parse(parser, words("second")));
+    EXPECT_EQ(parser.getApplicationName(), "second");
+    EXPECT_THAT(parser.getTestPaths(), IsEmpty());
+}
+
 TEST_F(Parse, AddsToWhatAnEarlierOneScanned) {
     EXPECT_TRUE(parse(parser, words("first S1 -o a -x a -h -tl A -p k=1")));
     EXPECT_TRUE(parse(parser, words("second S2 -o b -w -tl B -p k=2 -x")));
