@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# The commands in the documents work as they are written, in a new clone: those that need less than a minute and that no
+# other check runs.
+source "$(dirname "$0")/package.sh"
+
+quietly git clone "$PACKAGE_SOURCE" "$work/clone"
+cd "$work/clone"
+
+# The scripts choose their compilers themselves, as in a user's shell.
+unset CC CXX CFLAGS CXXFLAGS LDFLAGS
+
+# documented DOCUMENT COMMAND [WORD REPLACEMENT]: a word that the document leaves for its reader to fill in
+documented() {
+    grep -qF -- "$2" "$1" || fail "$1 has the command: $2"
+    quietly bash -c "${2//${3:-$2}/${4:-$2}}"
+}
+
+documented README.md 'cmake -S . -B build && cmake --build build && cmake --install build --prefix PREFIX' \
+    PREFIX "$work/prefix"
+[ -x "$work/prefix/bin/show_arguments" ] || fail 'the installation has show_arguments'
+documented README.md 'scripts/demo'
+SHOW_ARGUMENTS_FORMAT=json scripts/demo 2>"$work/progress" | python3 -m json.tool >"$work/report.json" ||
+    fail 'what scripts/demo prints on standard output is JSON, if it is asked for'
+documented CONTRIBUTING.md 'mkdir -p build && doxygen docs/Doxyfile'
+documented CONTRIBUTING.md 'scripts/mutate --list'
+documented docs/releasing.md 'scripts/abi --compare TAG' TAG HEAD
+documented docs/releasing.md 'scripts/abi --renew'
+expect_equal 'the symbol lists are current' '' "$(git status --porcelain)"
