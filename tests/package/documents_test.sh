@@ -11,8 +11,12 @@ unset CC CXX CFLAGS CXXFLAGS LDFLAGS
 
 # documented DOCUMENT COMMAND [WORD REPLACEMENT]: a word that the document leaves for its reader to fill in
 documented() {
-    grep -qF -- "$2" "$1" || fail "$1 has the command: $2"
-    quietly bash -c "${2//${3:-$2}/${4:-$2}}"
+    local command=$2
+    grep -qF -- "$command" "$1" || fail "$1 has the command: $command"
+    if [ $# -eq 4 ]; then
+        command=${command//$3/$4}
+    fi
+    quietly bash -c "$command"
 }
 
 documented README.md 'cmake -S . -B build && cmake --build build && cmake --install build --prefix PREFIX' \
