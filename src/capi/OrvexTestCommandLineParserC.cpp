@@ -1,16 +1,15 @@
 #include "OrvexTestCommandLineParserC.h"
 
 #include "OrvexTestCommandLineParser.h"
+#include "capi/parser_instance.h"
 
 #include <cstring>
 #include <iterator>
+#include <string>
 
 namespace {
 
-OrvexTestCommandLineParser& getParserInstance() {
-    static OrvexTestCommandLineParser instance;
-    return instance;
-}
+using orvex::getParserInstance;
 
 // The field of each slot of the caller's buffer.
 constexpr std::string TestRunInformation::*slotFields[] = {
@@ -35,6 +34,15 @@ static_assert(std::size(slotFields) * ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE ==
               ORVEX_TEST_RUN_INFORMATION_SIZE);
 
 }  // namespace
+
+namespace orvex {
+
+OrvexTestCommandLineParser& getParserInstance() {
+    static OrvexTestCommandLineParser instance;
+    return instance;
+}
+
+}  // namespace orvex
 
 int OrvexTestCommandLineParser_Parse(int argc, char** argv) {
     return getParserInstance().Parse(argc, argv) ? 1 : 0;

@@ -8,7 +8,7 @@
 namespace orvex {
 namespace {
 
-// In a string of one or two bytes a "%" can only stand for itself, and "$$" stays as it is.
+// One or two bytes cannot hold a reference: only a lone "%" is doubled, and "$$" stays as it is.
 int expandShortText(std::string& text) {
     if (text == "%") {
         text = "%%";
@@ -30,44 +30,34 @@ void appendVariable(std::string_view name, std::string& output) {
 
 int expandLongText(std::string& text) {
     const std::string_view source(text.c_str());
+    // A search for ")" that ends at the last one never runs through the rest of the string in vain.
+    const std::string_view sourceToLastParenthesis = source.substr(0, source.rfind(')') + 1);
     std::string output;
     output.reserve(4 * text.size());
     int count = 0;
     std::size_t i = 0;
-    // Once a search for the closing parenthesis has failed, so would every later one.
-    bool mayCloseParenthesis = true;
     while (i < source.size()) {
-        const char c = source[i];
-        // After the last byte stands the terminating zero.
-        const char next = text[i + 1];
-        if (c == '$' && next == '$') {
-            output += '$';
-            i += 2;
-        } else if (c == '$' && next == '(' && mayCloseParenthesis) {
-            const std::size_t end = source.find(')', i + 2);
-            mayCloseParenthesis = end != std::string_view::npos;
-            if (!mayCloseParenthesis || end == i + 2) {
-                output += '$';
-                ++i;
-            } else {
-                appendVariable(source.substr(i + 2, end - i - 2), output);
-                ++count;
-                i = end + 1;
-            }
-        } else if (c != '%') {
-            output += c;
-            ++i;
-        } else if (const std::size_t end = source.find('%', i + 1); end == std::string_view::npos) {
-            output += "%%";
-            ++i;
-        } else if (end == i + 1) {
-            output += "%%";
-            i += 2;
-        } else {
-            appendVariable(source.substr(i + 1, end - i - 1), output);
-            ++count;
-            i = end + 1;
+        const bool isPercent = source[i] == '%';
+        if (!isPercent && source.compare(i, 2, "$(") != 0) {
+            output += source[i];
+            i += source.compare(i, 2, "$$") == 0 ? 2 : 1;
+            continue;
         }
+        const std::size_t start = isPercent ? i + 1 : i + 2;
+        const std::size_t end =
+            isPercent ? source.find('%', start) : sourceToLastParenthesis.find(')', start);
+        if (end == std::string_view::npos) {
+            output += isPercent ? "%%" : "$(";
+            i = start;
+            continue;
+        }
+        if (end == start) {
+            output += isPercent ? "%%" : "$()";
+        } else {
+            appendVariable(source.substr(start, end - start), output);
+            ++count;
+        }
+        i = end + 1;
     }
     text = std::move(output);
     return count;

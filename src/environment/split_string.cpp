@@ -1,5 +1,6 @@
 #include "environment/split_string.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace orvex {
@@ -9,6 +10,7 @@ bool splitString(const char* text, char delimiter, std::vector<std::string>& par
         return false;
     }
     const std::string_view whole(text);
+    parts.reserve(parts.size() + std::count(whole.begin(), whole.end(), delimiter) + 1);
     std::size_t start = 0;
     for (std::size_t end = whole.find(delimiter); end != std::string_view::npos;
          end = whole.find(delimiter, start)) {

@@ -69,25 +69,27 @@ bool defineExtraTransportLayer() {
 
 }  // namespace
 
-bool exportTransportVariables(const TransportOptions& options) {
-    const RequestedDevices devices = readTransportLayers(options.tlList);
+bool exportTransportVariables(const OptionRegistry& options, const std::string& tlList) {
+    const std::string properties = options.getJoinedValues("p", " ");
+    const RequestedDevices devices = readTransportLayers(tlList);
     const std::string deviceFilter = composeDeviceFilter(devices.classes);
 
     std::string streamParameters;
     if (!devices.gigeDrivers.empty()) {
-        // The SDK takes one driver: of several requested ones, the last in byte order.
+        // The SDK accepts one driver; if several are requested, the last in byte order wins.
         streamParameters = "Type=" + *devices.gigeDrivers.rbegin();
     }
-    if (!options.socketBuffer.empty()) {
-        if (!startsWithDigit(options.socketBuffer)) {
+    const std::string& socketBuffer = options.getSingleValue("socketbuffer");
+    if (!socketBuffer.empty()) {
+        if (!startsWithDigit(socketBuffer)) {
             return false;
         }
         if (!streamParameters.empty()) {
             streamParameters += ' ';
         }
-        streamParameters += "SocketBufferSize=" + options.socketBuffer;
+        streamParameters += "SocketBufferSize=" + socketBuffer;
     }
-    std::string packetSize = options.packetSize;
+    std::string packetSize = options.getSingleValue("packetsize");
     if (packetSize.empty()) {
         packetSize = defaultPacketSize;
     }
@@ -95,9 +97,9 @@ bool exportTransportVariables(const TransportOptions& options) {
     return defineExtraTransportLayer() && exportUnlessEmpty("ORVEX_DEVICE_FILTER", deviceFilter) &&
            exportUnlessEmpty("ORVEX_GIGE_STREAMPARAMS", streamParameters) &&
            exportNumberUnlessEmpty("ORVEX_GIGE_STREAM_GEVSCPS", packetSize) &&
-           exportNumberUnlessEmpty("ORVEX_GIGE_STREAM_GEVSCPD", options.packetDelay) &&
-           exportNumberUnlessEmpty("ORVEX_CAMEMU", options.cameraEmulation) &&
-           exportUnlessEmpty("TEST_PROPERTIES", options.properties);
+           exportNumberUnlessEmpty("ORVEX_GIGE_STREAM_GEVSCPD", options.getSingleValue("packetdelay")) &&
+           exportNumberUnlessEmpty("ORVEX_CAMEMU", options.getSingleValue("camemu")) &&
+           exportUnlessEmpty("TEST_PROPERTIES", properties);
 }
 
 }  // namespace orvex

@@ -49,7 +49,7 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
         applicationName = options.getPositional(0);
         helpRequestedFlag = std::any_of(std::begin(helpSwitches), std::end(helpSwitches),
                                         [this](const char* name) { return options.hasOption(name); });
-        // One by one: an insertion of the whole range could lose the old paths when memory runs out.
+        // insert(range) has no strong guarantee: bad_alloc could lose existing paths.
         for (std::size_t i = 1; i < options.getPositionals().size(); ++i) {
             testPaths.push_back(options.getPositional(i));
         }
@@ -58,10 +58,7 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
         xmlFilename = options.getSingleValue("x");
         tlList = options.getJoinedValues("tl", ",");
 
-        const std::string properties = options.getJoinedValues("p", " ");
-        if (!orvex::exportTransportVariables(
-                {tlList, options.getSingleValue("camemu"), options.getSingleValue("packetdelay"),
-                 options.getSingleValue("packetsize"), options.getSingleValue("socketbuffer"), properties})) {
+        if (!orvex::exportTransportVariables(options, tlList)) {
             return false;
         }
         orvex::exportProducerPath(tlList);
@@ -71,7 +68,7 @@ bool OrvexTestCommandLineParser::Parse(int argc, char** argv) noexcept {
     } catch (const std::exception&) {
         return false;
     } catch (...) {
-        // Not left to noexcept: without optimisation, g++ 12 lets an exception through that no handler names.
+        // g++ 12 at -O0 lets an exception with no matching handler escape noexcept.
         std::terminate();  // GCOVR_EXCL_LINE: the counts are lost with the process
     }
 }

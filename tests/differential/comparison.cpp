@@ -2,6 +2,7 @@
 
 #include "OrvexTestCommandLineParser.h"
 #include "OrvexTestCommandLineParserC.h"
+#include "capi/parser_instance.h"
 #include "differential/differences.h"
 #include "differential/process_environment.h"
 #include "support/parser_snapshot.h"
@@ -15,21 +16,9 @@
 namespace differential {
 namespace {
 
-// The C interface does not hand out its parser. The application name is a string inside that object as long
-// as it is empty, at the same distance from the object's beginning as in any other.
-OrvexTestCommandLineParser& findProcessWideParser() {
-    const OrvexTestCommandLineParser probe;
-    const std::ptrdiff_t distance = probe.getApplicationName().data() - reinterpret_cast<const char*>(&probe);
-    const char* const name = OrvexTestCommandLineParser_GetApplicationName();
-    if (distance < 0 || distance >= static_cast<std::ptrdiff_t>(sizeof(probe)) || *name != '\0') {
-        throw std::logic_error("the process-wide parser cannot be found");
-    }
-    return *reinterpret_cast<OrvexTestCommandLineParser*>(const_cast<char*>(name) - distance);
-}
-
 // The process-wide parser as it is in a process that has just begun.
 OrvexTestCommandLineParser& newProcessWideParser() {
-    static OrvexTestCommandLineParser& parser = findProcessWideParser();
+    OrvexTestCommandLineParser& parser = orvex::getParserInstance();
     parser.~OrvexTestCommandLineParser();
     return *new (&parser) OrvexTestCommandLineParser();
 }
