@@ -57,7 +57,7 @@ endfunction()
 set(googletest "GTest/libgtest-dev libgmock-dev/googletest")
 testcommandlineparser_part(TOOLS ${PROJECT_IS_TOP_LEVEL}
   nlohmann_json/nlohmann-json3-dev/nlohmann-json fmt/libfmt-dev/fmt)
-testcommandlineparser_part(EXAMPLES OFF ${googletest})
+testcommandlineparser_part(EXAMPLES OFF ${googletest} doctest/doctest-dev/doctest)
 testcommandlineparser_part(TESTS OFF ${googletest})
 testcommandlineparser_part(BENCHMARKS OFF benchmark/libbenchmark-dev/google-benchmark)
 
