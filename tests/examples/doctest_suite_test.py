@@ -35,6 +35,9 @@ class Cut(unittest.TestCase):
         self.assert_runs(1, 1, 0, "--", *GOOD_ARGUMENTS)
         self.assert_runs(2, 0, 0, *GOOD_ARGUMENTS, "--", "-camemu", "none", "PacketSize")
 
+    def test_the_program_name_stands_before_the_arguments_of_doctest(self):
+        self.assertIn(f'binary="{DOCTEST_SUITE}"', suite("--", "--reporters=xml").stdout)
+
     def test_the_first_dashes_cut(self):
         self.assert_runs(2, 0, 0, *GOOD_ARGUMENTS, "--", "--", "PacketSize")
 
