@@ -49,8 +49,8 @@ TEST(PacketSize, FitsJumboFrame) {
     EXPECT_LE(std::strtol(readVariable("ORVEX_GIGE_STREAM_GEVSCPS").c_str(), nullptr, 10), 9000);
 }
 
-// GoogleTest's filter for test paths: "Class" is "Class.*", and "Class::method" is "Class.method". Parameterized tests
-// need the rest of their names, too, or wildcards: "*/Class::method/*".
+// GoogleTest's filter for test paths: "Class" is "Class.*", and "Class::method" is "Class.method".
+// Parameterized tests need the rest of their names, too, or wildcards: "*/Class::method/*".
 std::string makeFilter(const std::vector<std::string>& testPaths) {
     std::string filter;
     for (const std::string& path : testPaths) {
@@ -90,7 +90,8 @@ int runTests(const OrvexTestCommandLineParser& parser, int argc, char** argv) {
 // Returns 0 when all tests passed, 1 when one failed, and 2 when the arguments are bad or select no test.
 int main(int argc, char** argv) {
     OrvexTestCommandLineParser parser;
-    // Before InitGoogleTest, which removes its flags from argv. To the parser they are unknown options, which it ignores.
+    // Before InitGoogleTest, which removes its flags from argv. To the parser they are unknown options, which
+    // it ignores.
     if (!parser.Parse(argc, argv)) {
         std::cerr << parser.getHelpMessage("") << '\n';
         return 2;

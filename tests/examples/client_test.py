@@ -103,8 +103,8 @@ class Getters(unittest.TestCase):
 @unittest.skipUnless(IS_PYTHON, "only Python keeps a copy of the environment")
 class Environment(unittest.TestCase):
     ARGUMENTS = (
-        "-tl", "DravikGTC,DravikGigE:SocketDriver", "-packetsize", "1500", "-packetdelay", "5", "-camemu", "2", "-p", "a=b",
-        "-tdc_guid", "1234", "-tdc_runname", "nightly", "-tdc_rundescription", "Größe", "-tdc_group", "g",
+        "-tl", "DravikGTC,DravikGigE:SocketDriver", "-packetsize", "1500", "-packetdelay", "5", "-camemu", "2",
+        "-p", "a=b", "-tdc_guid", "1234", "-tdc_runname", "nightly", "-tdc_rundescription", "Größe", "-tdc_group", "g",
         "-tdc_product", "camera", "-tdc_variant=colour", "-tdc_userid", "u", "-tdc_vcsrevision", "1a2b3c",
         "-tdc_vcsbranch", "main")
     VARIABLES = {

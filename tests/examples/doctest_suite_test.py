@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import re
 import sys
 import tempfile
 import unittest
@@ -22,8 +23,8 @@ class Cut(unittest.TestCase):
     def assert_runs(self, passed, failed, skipped, *arguments, **options):
         result = suite(*arguments, **options)
         self.assertEqual(result.returncode, 1 if failed else 0)
-        self.assertRegex(
-            result.stdout, rf"test cases: +{passed + failed} \| +{passed} passed \| +{failed} failed \| +{skipped} skipped")
+        counts = f"{passed + failed} | {passed} passed | {failed} failed | {skipped} skipped"
+        self.assertIn(f"test cases: {counts}", re.sub(" +", " ", result.stdout))
 
     def test_without_the_dashes_doctest_gets_no_argument(self):
         self.assert_runs(2, 0, 0, *GOOD_ARGUMENTS, "--test-case=PacketSize*")
