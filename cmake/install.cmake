@@ -34,6 +34,13 @@ configure_file(${PROJECT_SOURCE_DIR}/cmake/testcommandlineparser.pc.in testcomma
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparser.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
+install(FILES
+  ${PROJECT_SOURCE_DIR}/examples/c_client.c
+  ${PROJECT_SOURCE_DIR}/examples/camera_suite.cpp
+  ${PROJECT_SOURCE_DIR}/examples/doctest_suite.cpp
+  ${PROJECT_SOURCE_DIR}/examples/python_client.py
+  DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/testcommandlineparser/examples COMPONENT development)
+
 if(TESTCOMMANDLINEPARSER_BUILD_TOOLS)
   # The program finds the library beside itself, wherever the prefix is.
   file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})

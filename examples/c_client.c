@@ -15,7 +15,7 @@ static const char* const slot_names[] = {
     "test name",
 };
 
-/* The first call tells the size, the second one copies. */
+/* The first call returns the size, the second one copies. */
 static int print_usage(FILE* stream) {
     const size_t size = OrvexTestCommandLineParser_GetHelpMessage(NULL, NULL, 0);
     char* text = malloc(size);
@@ -31,7 +31,7 @@ static int print_usage(FILE* stream) {
 static int print_test_run_information(void) {
     char record[ORVEX_TEST_RUN_INFORMATION_SIZE];
     if (!OrvexTestCommandLineParser_GetTestRunInformation(record)) {
-        (void)fprintf(stderr, "A text is too long for its slot.\n");
+        (void)fprintf(stderr, "A string is too long for its slot.\n");
         return 0;
     }
     for (size_t i = 0; i < sizeof slot_names / sizeof slot_names[0]; ++i) {

@@ -2,7 +2,11 @@
 //
 //     camera_suite -tl DravikGigE:SocketDriver -packetsize 1500 -x report.xml PacketSize
 //
-// Its tests look at the environment that the SDK reads when a test opens cameras.
+// GoogleTest's own flags work, too, and win over test paths and -x:
+//
+//     camera_suite -tl DravikGigE --gtest_filter='PacketSize.*' --gtest_output=json:report.json
+//
+// The tests look at the environment that the SDK reads when a test opens cameras.
 
 #include "OrvexTestCommandLineParser.h"
 
@@ -46,6 +50,7 @@ TEST(PacketSize, FitsJumboFrame) {
 }
 
 // GoogleTest's filter for test paths: "Class" is "Class.*", and "Class::method" is "Class.method".
+// Parameterized tests need the rest of their names, too, or wildcards: "*/Class::method/*".
 std::string makeFilter(const std::vector<std::string>& testPaths) {
     std::string filter;
     for (const std::string& path : testPaths) {
@@ -57,18 +62,24 @@ std::string makeFilter(const std::vector<std::string>& testPaths) {
     return filter;
 }
 
-int runTests(const OrvexTestCommandLineParser& parser) {
+// A list needs no test to run. Of several shards only the first is never empty when a test is selected.
+bool needsTest() {
+    const bool isLaterShard = std::strtol(readVariable("GTEST_SHARD_INDEX").c_str(), nullptr, 10) > 0;
+    return !GTEST_FLAG_GET(list_tests) && !isLaterShard;
+}
+
+int runTests(const OrvexTestCommandLineParser& parser, int argc, char** argv) {
     if (!parser.getTestPaths().empty()) {
         GTEST_FLAG_SET(filter, makeFilter(parser.getTestPaths()));
     }
     if (!parser.getXmlFilename().empty()) {
         GTEST_FLAG_SET(output, "xml:" + parser.getXmlFilename());
     }
-    // Without arguments: GoogleTest has none of its own here, and reads the flags from above.
-    ::testing::InitGoogleTest();
+    // After the flags are set, so that --gtest_filter and --gtest_output on the command line win.
+    ::testing::InitGoogleTest(&argc, argv);
     const int result = RUN_ALL_TESTS();
-    if (::testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
-        std::cerr << "No test matches the test paths.\n";
+    if (needsTest() && ::testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
+        std::cerr << "No test was selected.\n";
         return 2;
     }
     return result;
@@ -76,19 +87,22 @@ int runTests(const OrvexTestCommandLineParser& parser) {
 
 }  // namespace
 
-// Returns 0 when all tests passed, 1 when one failed, and 2 when the arguments are bad.
+// Returns 0 when all tests passed, 1 when one failed, and 2 when the arguments are bad or select no test.
 int main(int argc, char** argv) {
     OrvexTestCommandLineParser parser;
+    // Before InitGoogleTest, which removes its flags from argv. To the parser they are unknown options, which
+    // it ignores.
     if (!parser.Parse(argc, argv)) {
         std::cerr << parser.getHelpMessage("") << '\n';
         return 2;
     }
+    // GoogleTest's help is not printed: --help prints one text.
     if (parser.helpRequested()) {
         std::cout << parser.getHelpMessage("") << '\n';
         return 0;
     }
 
-    const int result = runTests(parser);
+    const int result = runTests(parser, argc, argv);
     if (parser.waitBeforeExit() && isatty(STDIN_FILENO) != 0) {
         std::cout << "Press Enter to exit." << std::flush;
         std::cin.get();

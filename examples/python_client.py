@@ -2,6 +2,8 @@
 """Parses the command line through the C interface, with nothing but ctypes.
 
     python_client.py path/to/libtestcommandlineparser.so.0 -tdc_guid 1234 TestSuiteUsb
+
+Exit status: 0; 1 when the arguments are bad; 2 when the library cannot be used.
 """
 
 import ctypes
@@ -14,9 +16,30 @@ SLOT_NAMES = (
     "second revision", "second branch", "computer", "operating system", "transport layers", "report file",
     "test name",
 )
+# The variables that a parse may set.
+VARIABLES = (
+    "ORVEX_GTC_USE_EXTRA_TL", "ORVEX_DEVICE_FILTER", "ORVEX_GIGE_STREAMPARAMS", "ORVEX_GIGE_STREAM_GEVSCPS",
+    "ORVEX_GIGE_STREAM_GEVSCPD", "ORVEX_CAMEMU", "TEST_PROPERTIES", "GENICAM_GENTL64_PATH", "TEST_SESSION_GUID",
+    "TEST_SESSION_NAME", "TEST_SESSION_DESCRIPTION", "TEST_SESSION_GROUP", "TEST_PRODUCT", "TEST_PRODUCT_VARIANT",
+    "USER_UID", "VCS_REVISION", "VCS_BRANCH", "TRANSPORT_LAYER",
+)
 
 
-class TestCommandLineParser:
+def reload_environment():
+    """Brings os.environ up to date, which is a copy of the environment from the start of the interpreter."""
+    if hasattr(os, "reload_environ"):  # from Python 3.14 on
+        os.reload_environ()
+        return
+    getenv = ctypes.CDLL(None).getenv
+    getenv.restype = ctypes.c_char_p
+    getenv.argtypes = (ctypes.c_char_p,)
+    for name in VARIABLES:
+        value = getenv(os.fsencode(name))
+        if value is not None:
+            os.environ[name] = os.fsdecode(value)
+
+
+class CommandLineParser:
     """The process-wide parser."""
 
     def __init__(self, library_path):
@@ -29,16 +52,15 @@ class TestCommandLineParser:
         return function(*arguments)
 
     def parse(self, arguments):
-        """Parses the arguments, the program name first.
-
-        What it sets in the environment reaches child processes, but not os.environ, which is a copy.
-        """
+        """Parses the arguments, the program name first, and brings os.environ up to date."""
         argv = (ctypes.c_char_p * (len(arguments) + 1))(*map(os.fsencode, arguments))
         types = (ctypes.c_int, ctypes.POINTER(ctypes.c_char_p))
-        return bool(self._call("Parse", ctypes.c_int, types, len(arguments), argv))
+        parsed = bool(self._call("Parse", ctypes.c_int, types, len(arguments), argv))
+        reload_environment()
+        return parsed
 
     def text(self, name):
-        """The result of a getter that returns a text."""
+        """The result of a getter that returns a string."""
         return os.fsdecode(self._call(name, ctypes.c_char_p))
 
     def answer(self, name):
@@ -46,7 +68,7 @@ class TestCommandLineParser:
         return bool(self._call(name, ctypes.c_int))
 
     def usage(self):
-        """The usage text: the first call tells the size, the second one copies."""
+        """The usage text: the first call returns its size, the second one copies it."""
         types = (ctypes.c_char_p, ctypes.c_char_p, ctypes.c_size_t)
         size = self._call("GetHelpMessage", ctypes.c_size_t, types, None, None, 0)
         buffer = ctypes.create_string_buffer(size)
@@ -54,7 +76,7 @@ class TestCommandLineParser:
         return os.fsdecode(buffer.value)
 
     def test_run_information(self):
-        """The sixteen texts by name, or None when one is too long for its slot."""
+        """The sixteen strings by name, or None when one is too long for its slot."""
         record = ctypes.create_string_buffer(SLOT_SIZE * len(SLOT_NAMES))
         if not self._call("GetTestRunInformation", ctypes.c_int, (ctypes.c_char_p,), record):
             return None
@@ -66,8 +88,13 @@ def main():
     if len(sys.argv) < 2:
         print(__doc__, file=sys.stderr)
         return 1
-    parser = TestCommandLineParser(sys.argv[1])
-    if not parser.parse([sys.argv[0]] + sys.argv[2:]):
+    try:
+        parser = CommandLineParser(sys.argv[1])
+        parsed = parser.parse([sys.argv[0]] + sys.argv[2:])
+    except (OSError, AttributeError) as error:  # not a library, or another one
+        print(f"{sys.argv[0]}: cannot use the library: {error}", file=sys.stderr)
+        return 2
+    if not parsed:
         print(parser.usage(), file=sys.stderr)
         return 1
     if parser.answer("GetHelpRequested"):
@@ -81,10 +108,13 @@ def main():
     print("wait before exit ", parser.answer("GetWaitBeforeExit"))
     information = parser.test_run_information()
     if information is None:
-        print("A text is too long for its slot.", file=sys.stderr)
+        print("A string is too long for its slot.", file=sys.stderr)
         return 1
     for name, text in information.items():
         print(f"{name:<16}  {text}")
+    for name in VARIABLES:
+        if name in os.environ:
+            print(f"{name}={os.environ[name]}")
     return 0
 
 

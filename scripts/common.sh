@@ -61,6 +61,7 @@ is_installed() {
 package_name() {
     case $platform/$1 in
         Darwin/g++ | Darwin/libgmock-dev) ;;
+        Darwin/doctest-dev) echo doctest ;;
         Darwin/libfmt-dev) echo fmt ;;
         Darwin/libgtest-dev) echo googletest ;;
         Darwin/ninja-build) echo ninja ;;

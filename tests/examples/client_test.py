@@ -1,6 +1,8 @@
 """Runs a client of the C interface with real command lines: client_test.py COMMAND..."""
 
 import pathlib
+import re
+import runpy
 import sys
 import unittest
 
@@ -96,6 +98,53 @@ class Getters(unittest.TestCase):
         self.assertEqual(
             self.getters("-x", "r.xml", "-o", "o.txt", "-w", "TestSuiteUsb", "TestSuiteGigE"),
             [PROGRAM_NAME, "r.xml", "o.txt", "TestSuiteUsb", "True"])
+
+
+@unittest.skipUnless(IS_PYTHON, "only Python keeps a copy of the environment")
+class Environment(unittest.TestCase):
+    ARGUMENTS = (
+        "-tl", "DravikGTC,DravikGigE:SocketDriver", "-packetsize", "1500", "-packetdelay", "5", "-camemu", "2",
+        "-p", "a=b", "-tdc_guid", "1234", "-tdc_runname", "nightly", "-tdc_rundescription", "Größe", "-tdc_group", "g",
+        "-tdc_product", "camera", "-tdc_variant=colour", "-tdc_userid", "u", "-tdc_vcsrevision", "1a2b3c",
+        "-tdc_vcsbranch", "main")
+    VARIABLES = {
+        "ORVEX_GTC_USE_EXTRA_TL": "1", "ORVEX_DEVICE_FILTER": "DeviceClass=DravikGTC||DeviceClass=DravikGigE",
+        "ORVEX_GIGE_STREAMPARAMS": "Type=SocketDriver", "ORVEX_GIGE_STREAM_GEVSCPS": "1500",
+        "ORVEX_GIGE_STREAM_GEVSCPD": "5", "ORVEX_CAMEMU": "2", "TEST_PROPERTIES": "a=b", "TEST_SESSION_GUID": "1234",
+        "TEST_SESSION_NAME": "nightly", "TEST_SESSION_DESCRIPTION": "Größe", "TEST_SESSION_GROUP": "g",
+        "TEST_PRODUCT": "camera", "TEST_PRODUCT_VARIANT": "colour", "USER_UID": "u", "VCS_REVISION": "1a2b3c",
+        "VCS_BRANCH": "main", "TRANSPORT_LAYER": "DravikGTC,DravikGigE:SocketDriver",
+    }
+
+    def variables(self, prepare):
+        """The lines NAME=value that the client prints from os.environ, after some Python code has run."""
+        python, *client_with_library = COMMAND
+        code = f"import os, runpy, sys; {prepare}; sys.argv.pop(0); runpy.run_path(sys.argv[0], run_name='__main__')"
+        result = run((python, "-c", code, *client_with_library, *self.ARGUMENTS))
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        return dict(re.findall(r"^([A-Z0-9_]+)=(.*)$", result.stdout, re.MULTILINE))
+
+    def test_the_copy_has_every_variable(self):
+        for prepare in ("pass", "vars(os).pop('reload_environ', None)"):
+            variables = self.variables(prepare)
+            self.assertIn("gentlproducer/gtl", variables.pop("GENICAM_GENTL64_PATH"))
+            self.assertEqual(variables, self.VARIABLES)
+
+    def test_python_reloads_the_copy_where_it_can(self):
+        variables = self.variables("os.reload_environ = lambda: os.environ.update(ORVEX_CAMEMU='reloaded')")
+        self.assertEqual(variables, {"ORVEX_CAMEMU": "reloaded"})
+
+
+@unittest.skipUnless(IS_PYTHON, "the C client is linked to the library")
+class Library(unittest.TestCase):
+    def test_without_it_there_is_one_line_on_standard_error(self):
+        for library in ("no/such/library.so", ""):
+            result = run((*COMMAND[:-1], library))
+            self.assertEqual((result.returncode, result.stdout), (2, ""))
+            self.assertRegex(result.stderr, rf"\A{PROGRAM_NAME}: cannot use the library: .*\n\Z")
+
+    def test_pytest_collects_nothing_from_the_client(self):
+        self.assertEqual([name for name in runpy.run_path(PROGRAM_NAME) if name.lower().startswith("test")], [])
 
 
 if __name__ == "__main__":

@@ -20,14 +20,15 @@ expect_equal 'runtime holds only the library with its version link' \
 
 install_to "$work/development" --component development
 package_dir=$PACKAGE_LIBDIR/cmake/testcommandlineparser
-expect_equal 'development holds headers, name link, CMake package and pkg-config file' \
+expect_equal 'development holds headers, name link, CMake package, pkg-config file and examples' \
     "$(lines "$PACKAGE_INCLUDEDIR/OrvexTestCommandLineParser.h" \
         "$PACKAGE_INCLUDEDIR/OrvexTestCommandLineParserC.h" \
         "$PACKAGE_LIBDIR/$PACKAGE_NAME_LINK" \
         "$package_dir/testcommandlineparserConfig.cmake" \
         "$package_dir/testcommandlineparserConfig-TYPE.cmake" \
         "$package_dir/testcommandlineparserConfigVersion.cmake" \
-        "$PACKAGE_LIBDIR/pkgconfig/testcommandlineparser.pc")" \
+        "$PACKAGE_LIBDIR/pkgconfig/testcommandlineparser.pc" \
+        share/doc/testcommandlineparser/examples/{c_client.c,camera_suite.cpp,doctest_suite.cpp,python_client.py})" \
     "$(files_in "$work/development")"
 
 install_to "$work/all"
