@@ -7,8 +7,8 @@ import fcntl
 import json
 import os
 import pathlib
-import pty
 import re
+import shlex
 import shutil
 import struct
 import subprocess
@@ -19,7 +19,7 @@ import unittest
 
 ROOT = pathlib.Path(__file__).parents[2]
 sys.path.insert(0, str(ROOT / "tests" / "support"))
-from program import clean_environment, run
+from program import clean_environment, open_terminal, run
 
 PROGRAM = sys.argv.pop(1)
 LIBRARY = sys.argv.pop(1)
@@ -35,31 +35,37 @@ def show(*arguments, variables=None, **options):
     return run((PROGRAM, *arguments), variables, **options)
 
 
+def show_json(*arguments, variables=None):
+    return json.loads(show(*arguments, variables={"SHOW_ARGUMENTS_FORMAT": "json", **(variables or {})}).stdout)
+
+
 def sections(output):
-    """The lines of each section by its title."""
-    found = {}
-    for block in output.rstrip("\n").split("\n\n"):
+    """The lines of each section by its title; the verdict by None."""
+    *blocks, verdict = output.rstrip("\n").split("\n\n")
+    found = {None: verdict.split("\n")}
+    for block in blocks:
         title, *lines = block.split("\n")
         found[title] = lines
     return found
 
 
-def show_json(*arguments, variables=None):
-    result = show(*arguments, variables={"SHOW_ARGUMENTS_FORMAT": "json", **(variables or {})})
-    report = json.loads(result.stdout)
-    return report, result
+def environment(report, *states):
+    """The variables in these states, or in any, with their values before and after."""
+    return {variable["name"]: (variable["before"], variable["after"]) for variable in report["environment"]
+            if not states or variable["state"] in states}
 
 
-def changes(report):
-    return {entry["name"]: (entry["before"], entry["after"]) for entry in report["environment"]}
+def outcomes(report):
+    return {option["name"]: [given["outcome"] for given in option["given"]] for option in report["options"]}
+
+
+def sets(report):
+    return {option["name"]: option["sets"] for option in report["options"]}
 
 
 def show_on_terminal(columns, *arguments, variables=None):
     """What the program writes to a terminal of that many columns, errors included."""
-    try:
-        screen, terminal = pty.openpty()
-    except OSError as error:
-        raise unittest.SkipTest(f"there is no terminal device here: {error}")
+    screen, terminal = open_terminal()
     fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
     environment = clean_environment({"TERM": "xterm", **(variables or {})})
     with subprocess.Popen((PROGRAM, *arguments), env=environment, stdin=subprocess.DEVNULL, stdout=terminal,
@@ -80,27 +86,32 @@ class Json(unittest.TestCase):
     maxDiff = None
 
     def test_holds_what_a_test_program_sees(self):
-        report, result = show_json(
-            "-tl", "A", "-tl", "B", "-o=out", "-w", "-?", "Suite", "-tdc_vcsbranch", "main", "-bit", "64",
-            variables={"ORVEX_GIGE_STREAM_GEVSCPS": "9000"})
-        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        report = show_json(
+            "-tl", "A", "-tl", "B", "-o=out", "-w", "-?", "Suite", "-tdc_vcsbranch", "main", "-bit", "64")
         self.assertEqual(list(report), [
             "succeeded", "reason", "applicationName", "helpRequested", "waitBeforeExit", "outputFilename",
-            "xmlFilename", "transportLayers", "testPaths", "testRunInformation", "environment", "options",
-            "testPathOrigins", "sources"])
+            "xmlFilename", "transportLayers", "testPaths", "testRunInformation", "environment", "producers",
+            "options", "testPathOrigins", "sources", "hints"])
+        self.assertEqual(list(report.values())[:9], [True, None, PROGRAM, True, True, "out", "", "A,B", ["Suite"]])
         self.assertEqual(list(report["testRunInformation"]), RECORD_FIELDS)
-        filled = {name: text for name, text in report["testRunInformation"].items() if text}
-        self.assertEqual(filled, {
+        self.assertEqual({name: text for name, text in report["testRunInformation"].items() if text}, {
             "group": "orvex", "fixedZero": "0", "vcsBranch": "main", "secondVcsBranch": "main",
             "transportLayers": "A,B", "bit": "64"})
-        self.assertEqual(list(report.values())[:9], [True, None, PROGRAM, True, True, "out", "", "A,B", ["Suite"]])
-        self.assertEqual(changes(report), {
+        self.assertEqual(environment(report, "set"), {
             "ORVEX_GTC_USE_EXTRA_TL": (None, "1"),
             "ORVEX_DEVICE_FILTER": (None, "DeviceClass=A||DeviceClass=B"),
-            "ORVEX_GIGE_STREAM_GEVSCPS": ("9000", "8192"),
+            "ORVEX_GIGE_STREAM_GEVSCPS": (None, "8192"),
             "VCS_BRANCH": (None, "main"),
             "TRANSPORT_LAYER": (None, "A B"),
         })
+        self.assertEqual(report["testPathOrigins"], [
+            {"source": "command line", "value": "Suite", "outcome": "collected"}])
+        self.assertEqual(report["options"][0], {
+            "name": "tl",
+            "sets": ["transportLayers", "ORVEX_DEVICE_FILTER", "TRANSPORT_LAYER"],
+            "given": [
+                {"source": "command line", "value": text, "outcome": "collected", "note": f"class {text}, no driver"}
+                for text in "AB"]})
 
     def test_tells_what_each_token_became(self):
         rows = {
@@ -111,271 +122,445 @@ class Json(unittest.TestCase):
             ("-packetdelay", "-5"): [("option", "packetdelay"), ("value", "packetdelay")],
             ("-w", "Suite"): [("flag", "w"), ("test path", None)],
             ("-tdc_variant", "V"): [("flag", "tdc_variant"), ("test path", None)],
-            ("-tdc_variant=V",): [("option with value", "tdc_variant")],
             ("-5", "", "+x", "/x"): [("test path", None)] * 4,
             ("-", "---", "--", "a"): [("flag", "-"), ("flag", "---"), ("flag", "--"), ("test path", None)],
             ("-=x", "-=x"): [("option with value", "")] * 2,
         }
         for tokens, expected in rows.items():
             with self.subTest(tokens=tokens):
-                report, _ = show_json(*tokens)
+                report = show_json(*tokens)
                 found = [(token["became"], token.get("option")) for token in report["sources"][1]["tokens"]]
                 self.assertEqual(found, [("program name", None)] + expected)
 
-    def test_a_failed_parse_has_its_reason_in_the_report_and_on_standard_error(self):
-        report, result = show_json("Suite", "-x", variables={"_ORVEX_TEST_ARGS_": "'"})
-        self.assertEqual(result.returncode, 1)
-        self.assertIs(report["succeeded"], False)
-        self.assertEqual(result.stderr, f"show_arguments: the parse failed: {report['reason']}\n")
+    def test_bytes_that_are_not_utf_8_stay_distinguishable(self):
+        report = show_json("-o", "\"\\\n\x1b\x7f", "-x", "Größe \ufffd", "-testname", b"a\xffb", b"\xfe")
+        self.assertEqual(report["outputFilename"], "\"\\\n\x1b\x7f")
+        self.assertEqual(report["xmlFilename"], "Größe \ufffd")
+        self.assertEqual(report["testRunInformation"]["testName"], {"bytes": "61ff62"})
+        self.assertEqual(report["testPaths"], [{"bytes": "fe"}])
+
+    def test_a_source_that_is_malformed_has_the_message_of_the_tokenizer(self):
+        report = show_json("Suite", variables={"_ORVEX_TEST_ARGS_": "'"})
         self.assertEqual([source["state"] for source in report["sources"]], ["not set", "scanned", "malformed"])
         self.assertEqual(report["sources"][2]["message"], "Starting quote has no ending quote.")
-        self.assertEqual(report["testPathOrigins"][0]["outcome"], "not used")
-        self.assertEqual(report["options"][0]["given"], [
-            {"source": "command line", "value": None, "outcome": "not used"}])
-
-    def test_any_text_becomes_valid_json(self):
-        report, _ = show_json("-o", "\"\\\n\x1b\x7f", "-x", "Größe", "-testname", b"a\xffb")
-        self.assertEqual(report["outputFilename"], "\"\\\n\x1b\x7f")
-        self.assertEqual(report["xmlFilename"], "Größe")
-        self.assertEqual(report["testRunInformation"]["testName"], "a\ufffdb")
 
 
-def names_in(path, pattern):
-    """The names in quotes within each match of the pattern in a source file."""
-    found = re.findall(pattern, (ROOT / path).read_text(encoding="utf-8"), re.DOTALL)
-    return {name for text in found for name in re.findall('"([^"]*)"', text)}
+class Values(unittest.TestCase):
+    """Which values take effect."""
 
-
-class Options(unittest.TestCase):
-    """The option table of the tool, row by row, against what the library does with the option."""
-
-    PARSER = "src/parser/OrvexTestCommandLineParser.cpp"
-    REGISTERED = names_in(PARSER, r"add(?:Multi)?ValueOptions\((.*?)\)")
-    FLAGS = names_in(PARSER, r"helpSwitches\[\] = (.*?);") | {"w"}
-    # The values of an option that sets other variables than those of any value.
-    VALUES = {"tl": ("DravikGTC", "DravikGigE:SocketDriver")}
-
-    def assert_shows_what_it_sets(self, name, *arguments):
-        """What changes with the option is what the report says that it sets, by name."""
-        def seen(report):
-            accessors = {key: report[key] for key in (
-                "helpRequested", "waitBeforeExit", "outputFilename", "xmlFilename", "transportLayers")}
-            variables = {key: after for key, (_, after) in changes(report).items()}
-            return {**report["testRunInformation"], **accessors, **variables}
-        without, (report, _) = seen(show_json()[0]), show_json(*arguments)
-        changed = {key for key, value in seen(report).items() if without.get(key) != value}
+    def test_the_last_value_wins_and_others_are_lost_to_it(self):
+        report = show_json("-o", "b", variables={"ORVEX_TEST_ARGS": "-o a", "_ORVEX_TEST_ARGS_": "-o c"})
         (option,) = report["options"]
-        self.assertEqual(option["name"], name)
-        self.assertEqual(set(option["sets"].split(", ")), changed)
-        self.assertIn(option["given"][0]["outcome"], ("won", "collected", "counted"))
-        self.assertEqual(report["testPathOrigins"], [])
+        self.assertEqual([(given["value"], given["outcome"], given.get("note")) for given in option["given"]], [
+            ("a", "lost", "to c from _ORVEX_TEST_ARGS_"), ("b", "lost", "to c from _ORVEX_TEST_ARGS_"),
+            ("c", "won", None)])
 
-    def test_each_registered_option_takes_its_value_and_sets_what_is_shown(self):
-        self.assertGreater(len(self.REGISTERED), 20)
-        for name in sorted(self.REGISTERED):
-            for value in self.VALUES.get(name, ("7",)):
-                with self.subTest(option=name, value=value):
-                    self.assert_shows_what_it_sets(name, f"-{name}", value)
-                    self.assert_shows_what_it_sets(name, f"-{name}={value}")
+    def test_after_a_failure_what_was_not_reached_is_not_used(self):
+        rows = [
+            (("-packetsize", "x", "-packetdelay", "7", "-tdc_guid", "1", "-p", "a=b", "-o", "f", "-socketbuffer", "5"),
+             {"packetsize": ["refused"], "packetdelay": ["not used"], "tdc_guid": ["not used"], "p": ["not used"],
+              "o": ["won"], "socketbuffer": ["won"]}),
+            (("-camemu", "x", "-packetsize", "1", "-packetsize", "2", "-bit", "1", "-bit", "2", "-w"),
+             {"camemu": ["refused"], "packetsize": ["lost", "won"], "bit": ["not used", "not used"],
+              "w": ["counted"]}),
+            (("-socketbuffer", "x", "-camemu", "y", "-tl", "DravikGigE:S"),
+             {"socketbuffer": ["refused"], "camemu": ["not used"], "tl": ["collected"]}),
+        ]
+        for arguments, expected in rows:
+            with self.subTest(arguments=arguments):
+                self.assertEqual(outcomes(show_json(*arguments)), expected)
 
-    def test_each_flag_and_the_variant_set_what_is_shown(self):
-        self.assertEqual(len(self.FLAGS), 5)
-        for argument in sorted(self.FLAGS) + ["tdc_variant=V"]:
-            with self.subTest(argument=argument):
-                self.assert_shows_what_it_sets(argument.split("=")[0], "-" + argument)
+    def test_a_driver_is_taken_unless_the_parse_failed_before(self):
+        for number, note in (("-packetsize", "taken"), ("-socketbuffer", "not used: the parse failed")):
+            report = show_json("-tl", "DravikGigE:S", number, "x")
+            self.assertEqual(report["options"][0]["given"][0]["note"], f"class DravikGigE, driver S {note}")
 
-    def test_the_table_has_each_option_and_no_other(self):
-        rows = names_in("tools/show_arguments/options.cpp", r"{(\"[^\"]+\"),\s+OptionKind::(?!Unread)")
-        self.assertEqual(rows, self.REGISTERED | self.FLAGS | {"tdc_variant"})
+    def test_after_an_unterminated_quote_nothing_is_used(self):
+        report = show_json("-o", "f", "-w", "-foo", "Suite", variables={"_ORVEX_TEST_ARGS_": "'"})
+        self.assertEqual(outcomes(report), {"o": ["not used"], "w": ["not used"], "foo": ["not used"]})
+        self.assertEqual(report["testPathOrigins"][0]["outcome"], "not used")
+        self.assertEqual((report["testPaths"], len(report["hints"])), ([], 1))
 
-    def test_each_variable_shows_although_it_held_the_same_before(self):
-        arguments = ("-packetdelay", "7", "-camemu", "2", "-tdc_guid", "1", "-tdc_variant=V")
-        first, _ = show_json(*arguments)
-        environment = {name: after for name, (_, after) in changes(first).items()}
-        second, _ = show_json(*arguments, variables=environment)
-        self.assertEqual(second["environment"], [])
-        self.assertEqual(second["options"], first["options"])
-
-    def test_a_variable_that_is_set_because_of_another_option_is_not_shown(self):
-        report, _ = show_json("-tl", "DravikUsb", "-socketbuffer", "1", "-packetsize=", "-h=1", "-?")
-        sets = {option["name"]: option["sets"] for option in report["options"]}
-        self.assertNotIn("ORVEX_GIGE_STREAMPARAMS", sets["tl"])
-        self.assertEqual(sets["socketbuffer"], "ORVEX_GIGE_STREAMPARAMS")
-        self.assertEqual((sets["packetsize"], sets["h"]), ("", ""))
-
-
-class TextReport(unittest.TestCase):
-    maxDiff = None
-
-    def test_shows_what_a_test_program_sees_and_where_it_came_from(self):
-        result = show("-o", "c", "-w", "Suite", variables={
-            "ORVEX_TEST_ARGS": "-o a -tdc_guid '' First", "_ORVEX_TEST_ARGS_": " \t",
-            "ORVEX_GIGE_STREAM_GEVSCPS": "9000"})
-        self.assertEqual((result.returncode, result.stderr), (0, ""))
-        found = sections(result.stdout)
-        self.assertEqual(found["Result"], [
-            "  succeeded",
-            f"  applicationName    {PROGRAM}",
-            "  helpRequested      no",
-            "  waitBeforeExit     yes",
-            "  outputFilename     c",
-            '  xmlFilename        ""',
-            '  transportLayers    ""',
-            "  ORVEX_TEST_ARGS    scanned (5)",
-            "  command line       scanned (4)",
-            "  _ORVEX_TEST_ARGS_  blank",
-        ])
-        self.assertEqual(found["Test paths"], ["  ORVEX_TEST_ARGS  First", "  command line     Suite"])
-        self.assertEqual(found["Environment"], [
-            "  ORVEX_GIGE_STREAM_GEVSCPS  8192  (was 9000)", "  ORVEX_GTC_USE_EXTRA_TL     1"])
-        self.assertEqual(found["Options"], [
-            "  -o         sets outputFilename",
-            "    lost     ORVEX_TEST_ARGS    a",
-            "             to c from command line",
-            "    won      command line       c",
-            "  -tdc_guid",
-            '    won      ORVEX_TEST_ARGS    ""',
-            "             empty, as if not given",
-            "  -w         sets waitBeforeExit",
-            "    counted  command line       (flag)",
-        ])
-        self.assertNotIn("Hints", found)
-
-    def test_empty_fields_of_the_record_share_a_line(self):
-        lines = sections(show("-bit", "64").stdout)["Test-run record"]
-        filled = ["group", "fixedZero", "transportLayers", "bit"]
-        self.assertEqual([line.split()[0] for line in lines], [*filled, "(empty)"])
-        self.assertEqual(lines[-1].replace(",", "").split()[1:], [name for name in RECORD_FIELDS if name not in filled])
-
-    def test_each_test_path_is_listed_once(self):
-        paths = [f"Suite{i}" for i in range(300)]
-        self.assertEqual(re.findall(r"Suite\d+", show(*paths).stdout), paths)
-
-    def test_text_that_a_terminal_would_act_on_is_escaped(self):
-        values = {"-o": "a\x1b[31m\n\"\\", "-x": " blank", "-testname": "Größe 日本", "-pcname": b"\xff\xc2\x9b"}
-        output = show(*(word for pair in values.items() for word in pair), "(flag)").stdout
-        for shown in ('"a\\x1b[31m\\n\\"\\\\"', '" blank"', "Größe 日本", '"\\xff\\x9b"', '"(flag)"'):
-            self.assertRegex(output, f"(?m)  {re.escape(shown)}$")
-        self.assertNotIn("\x1b", output)
-
-
-class Why(unittest.TestCase):
-    def options(self, *arguments, variables=None):
-        return sections(show(*arguments, variables=variables).stdout)["Options"]
+    def test_a_value_that_is_empty_is_as_if_not_given(self):
+        for arguments in (("-o=",), ("-tl=",), ("-p", ""), ("-packetsize=",)):
+            with self.subTest(arguments=arguments):
+                (option,) = show_json(*arguments)["options"]
+                self.assertEqual((option["given"][0]["outcome"], option["sets"]), ("empty", []))
+        self.assertEqual(sets(show_json("-p=", "-p="))["p"], ["TEST_PROPERTIES"])
+        self.assertEqual(sets(show_json("-tl=", "-tl="))["tl"], ["transportLayers", "TRANSPORT_LAYER"])
 
     def test_each_entry_of_the_transport_layers_has_its_class_and_its_driver(self):
-        no_capitals = "ignored: only DravikGigE takes one, with these capitals"
         rows = {
             "DravikUsb": "class DravikUsb, no driver",
             "DravikGigE:SocketDriver": "class DravikGigE, driver SocketDriver taken",
             "DravikGigE:": "class DravikGigE, no driver",
-            "DravikGigE::x": 'class DravikGigE, driver "" taken; what follows is ignored',
-            "DravikGigE:A:more": "class DravikGigE, driver A taken; what follows is ignored",
-            "dravikgige:SocketDriver": f"class dravikgige, driver SocketDriver {no_capitals}",
-            "OtherClass:SocketDriver": f"class OtherClass, driver SocketDriver {no_capitals}",
-            ":SocketDriver": f'class "", driver SocketDriver {no_capitals}',
+            "DravikGigE::x": 'class DravikGigE, driver "" taken',
+            "dravikgige:S": "class dravikgige, driver S ignored",
+            ":S": 'class "", driver S ignored',
             "A,,B:": "class A, no driver; class B, no driver",
+            "DravikGigE:a,DravikGigE:b": "class DravikGigE, driver a lost to b, the last in byte order; "
+                                         "class DravikGigE, driver b taken",
         }
-        for value, reason in rows.items():
+        for value, note in rows.items():
             with self.subTest(value=value):
-                self.assertEqual(self.options("-tl", value)[-1].strip(), reason)
+                self.assertEqual(show_json("-tl", value)["options"][0]["given"][0]["note"], note)
 
-    def test_of_several_drivers_the_last_in_byte_order_wins(self):
-        lines = self.options("-tl", "DravikGigE:WindowsFilterDriver,DravikGigE:z", "-tl", "DravikGigE:Z")
-        self.assertEqual([line.strip() for line in lines[2::2]], [
-            "class DravikGigE, driver WindowsFilterDriver lost to z, the last in byte order; "
-            "class DravikGigE, driver z taken",
-            "class DravikGigE, driver Z lost to z, the last in byte order"])
 
-    def test_a_number_is_refused_and_what_comes_after_it_is_not_used(self):
-        lines = self.options("-tl", "DravikGigE:A", "-camemu", "x", "-socketbuffer", "-2")
-        self.assertEqual([" ".join(line.split()) for line in lines[2:]], [
-            "class DravikGigE, driver A not used: the parse failed",
-            "-camemu", "not used command line x", "does not begin with a digit",
-            "-socketbuffer", "refused command line -2", "does not begin with a digit"])
+class Environment(unittest.TestCase):
+    ARGUMENTS = ("-tl", "DravikGTC,DravikGigE:S", "-packetsize", "1500", "-packetdelay", "7", "-socketbuffer", "1",
+                 "-camemu", "2", "-p", "a=b", "-tdc_guid", "1", "-tdc_variant=V", "-tdc_vcsbranch", "main")
+
+    def test_what_an_option_sets_does_not_depend_on_what_the_environment_holds(self):
+        for failing in ((), ("-camemu", "x"), ("-packetsize", "x"), ("-socketbuffer", "x")):
+            with self.subTest(failing=failing):
+                first = show_json(*self.ARGUMENTS, *failing)
+                inherited = {name: after for name, (_, after) in environment(first).items()}
+                second = show_json(*self.ARGUMENTS, *failing, variables=inherited)
+                self.assertEqual(second["options"], first["options"])
+                was_set = {*environment(first, "set")} - {"ORVEX_GTC_USE_EXTRA_TL", "GENICAM_GENTL64_PATH"}
+                self.assertEqual({*environment(second, "set again")}, was_set)
+
+    def test_a_variable_is_set_or_set_to_what_it_was_or_kept(self):
+        report = show_json("-packetsize", "1500", "-packetdelay", "7", variables={
+            "ORVEX_GIGE_STREAM_GEVSCPS": "9000", "ORVEX_GIGE_STREAM_GEVSCPD": "7", "TEST_PROPERTIES": "",
+            "ORVEX_GTC_USE_EXTRA_TL": "0", "OTHER": "x"})
+        self.assertEqual(environment(report, "set"), {"ORVEX_GIGE_STREAM_GEVSCPS": ("9000", "1500")})
+        self.assertEqual(environment(report, "set again"), {"ORVEX_GIGE_STREAM_GEVSCPD": ("7", "7")})
+        self.assertEqual(environment(report, "kept"),
+                         {"TEST_PROPERTIES": ("", ""), "ORVEX_GTC_USE_EXTRA_TL": ("0", "0")})
+
+    def test_the_default_packet_size_says_that_it_is_one(self):
+        for arguments, is_default in (((), True), (("-packetsize=",), True), (("-packetsize", "8192"), False)):
+            variables = [v for v in show_json(*arguments)["environment"] if v["isDefault"]]
+            self.assertEqual([v["name"] for v in variables], ["ORVEX_GIGE_STREAM_GEVSCPS"] * is_default)
+
+    def test_what_another_option_sets_is_not_shown(self):
+        report = show_json("-tl", "DravikUsb", "-socketbuffer", "1", "-packetsize=", "-h=1", "-?")
+        self.assertNotIn("ORVEX_GIGE_STREAMPARAMS", sets(report)["tl"])
+        self.assertEqual(sets(report)["socketbuffer"], ["ORVEX_GIGE_STREAMPARAMS"])
+        self.assertEqual((sets(report)["packetsize"], sets(report)["h"]), ([], []))
+
+
+@unittest.skipUnless(sys.platform.startswith("linux"), "needs a library search path from the environment")
+class Producers(unittest.TestCase):
+    """The directories for -tl DravikGTC, with a library of its own."""
+
+    def setUp(self):
+        self.root = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory())).resolve()
+
+    def install(self, name):
+        """Puts the library into an SDK of that name; returns the directory of the producers."""
+        libraries = self.root / name / "Frameworks/orvex.framework/Versions/A/Libraries"
+        libraries.mkdir(parents=True)
+        (self.root / name / "Frameworks/orvex.framework/Libraries").symlink_to("Versions/A/Libraries")
+        (libraries / "gentlproducer/gtl").mkdir(parents=True)
+        shutil.copy(LIBRARY, libraries / "libtestcommandlineparser.so.0")
+        self.variables = {"LD_LIBRARY_PATH": str(libraries), "GENICAM_GENTL64_PATH": "/old"}
+        return f"{self.root}/{name}/Frameworks/orvex.framework/Libraries"
+
+    def test_they_are_those_of_the_library_that_the_program_loads(self):
+        libraries = self.install("sdk")
+        report = show_json("-tl", "DravikGTC", variables=self.variables)
+        self.assertEqual(report["producers"], {
+            "library": f"{self.variables['LD_LIBRARY_PATH']}/libtestcommandlineparser.so.0",
+            "directories": [{"path": f"{libraries}/gentlproducer/gtl", "exists": True},
+                            {"path": f"{libraries}/orvexCXP/bin", "exists": False}]})
+        self.assertEqual(report["hints"], [])
+        lines = sections(show("-tl", "DravikGTC", variables=self.variables).stdout)
+        self.assertEqual(lines["Producer directories of the library that is loaded here"], [
+            f"  library  {report['producers']['library']}",
+            f"  exists   {libraries}/gentlproducer/gtl",
+            f"  missing  {libraries}/orvexCXP/bin"])
+
+    def test_a_path_that_is_expanded_gets_a_hint_unless_the_result_is_the_same(self):
+        for name, is_changed in (("a%b", True), ("a$(b", True), ("a$$b", True), ("a$b", False)):
+            with self.subTest(name=name):
+                self.install(name)
+                report = show_json("-tl", "DravikGTC", variables=self.variables)
+                hints = [hint["message"] for hint in report["hints"]]
+                self.assertEqual(len(hints), is_changed)
+                # Set again by the next process, and still not kept from the environment.
+                inherited = {**self.variables, **{n: after for n, (_, after) in environment(report).items()}}
+                second = show_json("-tl", "DravikGTC", variables=inherited)
+                self.assertNotIn("GENICAM_GENTL64_PATH", environment(second, "kept"))
+                self.assertEqual(second["options"], report["options"])
+
+    def test_they_are_shown_only_when_the_variable_is_set(self):
+        self.assertIsNone(show_json("-tl", "DravikGTC", "-camemu", "x")["producers"])
+        self.assertIsNone(show_json("-tl", "DravikUsb")["producers"])
+
+
+def quote_for_variable(token):
+    return token if token and not re.search("[ \t\"'\\\\]", token) else '"%s"' % re.sub(r'(["\\])', r"\\\1", token)
+
+
+def show_line(line, source):
+    """The report for arguments as one types them: in a shell, or in one of the variables."""
+    environment = {"SHOW_ARGUMENTS_FORMAT": "json"}
+    if source == "command line":
+        return json.loads(run(("sh", "-c", f'"$0" {line}', PROGRAM), environment).stdout)
+    return json.loads(run((PROGRAM,), {**environment, source: line}).stdout)
+
+
+def seen(report):
+    """Everything that a test program sees, by name."""
+    return {**report["testRunInformation"], **{name: after for name, (_, after) in environment(report).items()},
+            **{key: value for key, value in report.items() if not isinstance(value, dict)}}
 
 
 class Hints(unittest.TestCase):
-    def test_each_names_what_one_might_have_meant(self):
-        rows = {
-            ("-packetsise=1",): "-packetsise is not read; did you mean -packetsize?",
-            ("-packetsise", "1500"):
-                "-packetsise is not read, and 1500 became a test path; did you mean -packetsize?",
-            ("-packetszie", "-w"): "-packetszie is not read; did you mean -packetsize?",
-            ("-HELP",): "-HELP is not read; did you mean -help?",
-            ("-guid=1",): "-guid is not read; did you mean -tdc_guid?",
-            ("--",): "-- is not read",
-            ("-tdc_name", "N"):
-                "-tdc_name is not read, although the usage text names it, and N became a test path; use -testname",
-            ("-tdc_osname",): "-tdc_osname is not read, although the usage text names it; use -osname",
-            ("-tdc_variant", "V"):
-                "-tdc_variant has no value, and V became a test path; write -tdc_variant=V",
-            ("-tdc_variant", "-w"): "-tdc_variant has no value; write -tdc_variant=VALUE",
-            ("-o", "-w"): "-o has no value, since -w begins with a dash; if that is meant, write -o=-w",
-            ("-tl",): "-tl has no value: it is the last argument (command line)",
-            ("-w=1",): "-w counts only without a value",
-        }
-        for arguments, hint in rows.items():
+    maxDiff = None
+
+    # The arguments as for a POSIX shell, the hint, what to type instead, and what that sets.
+    ROWS = [
+        # names
+        ("-packetsise 1500", '"-packetsise" is not a known option. Did you mean "-packetsize"? "1500" became a test path.',
+         "-packetsize 1500", {"ORVEX_GIGE_STREAM_GEVSCPS": "1500", "testPaths": []}),
+        ("-packetsise=1500", '"-packetsise=1500" is not a known option. Did you mean "-packetsize"?',
+         "-packetsize 1500", {"ORVEX_GIGE_STREAM_GEVSCPS": "1500"}),
+        ("-tdc-run-name 'a b'",
+         '"-tdc-run-name" is not a known option. Did you mean "-tdc_runname"? "a b" became a test path.',
+         "-tdc_runname 'a b'", {"runName": "a b"}),
+        ("-variant V", '"-variant" is not a known option. Did you mean "-tdc_variant"? "V" became a test path.',
+         "-tdc_variant=V", {"TEST_PRODUCT_VARIANT": "V"}),
+        ("-Testname -5", '"-Testname" is not a known option. Did you mean "-testname"? "-5" became a test path.',
+         "-testname -5", {"testName": "-5"}),
+        ("-packetsise x", '"-packetsise" is not a known option. Did you mean "-packetsize"? "x" became a test path.',
+         None, {}),
+        ("-packetsise -w", '"-packetsise" is not a known option. Did you mean "-packetsize"? It needs a value.',
+         None, {}),
+        ("-HELP Suite", '"-HELP" is not a known option. Did you mean "-help"?', "-help",
+         {"helpRequested": True, "testPaths": ["Suite"]}),
+        ("-hostname X", '"-hostname" is not a known option and is ignored. "X" became a test path.', None, {}),
+        ("--", '"--" is not a known option and is ignored.', None, {}),
+        ("-=x", '"-=x" is not a known option and is ignored.', None, {}),
+        ("-tdc_name N",
+         '"-tdc_name" is in the usage text, but nothing reads it. Use "-testname". "N" became a test path.',
+         "-testname N", {"testName": "N"}),
+        ("-tdc_osname=N", '"-tdc_osname" is in the usage text, but nothing reads it. Use "-osname".', "-osname N",
+         {"osName": "N"}),
+        # values
+        ("-camemu -packetsize 1500", '"-camemu" has no value: the next argument is the option "-packetsize".', None, {}),
+        ("-tl -tl A", '"-tl" has no value: the next argument is the option "-tl".', None, {}),
+        ("-o -packetsise=1", '"-o" has no value: the next argument, "-packetsise=1", begins with a dash.', None, {}),
+        ("-camemu -foo", '"-camemu" has no value: the next argument, "-foo", begins with a dash.', None, {}),
+        ("-x -file.xml", '"-x" has no value: the next argument begins with a dash. If "-file.xml" is the value, use "=".',
+         "-x=-file.xml", {"xmlFilename": "-file.xml"}),
+        ("-p '-a b=c'", '"-p" has no value: the next argument begins with a dash. If "-a b=c" is the value, use "=".',
+         "'-p=-a b=c'", {"TEST_PROPERTIES": "-a b=c"}),
+        ("Suite -tl", '"-tl" has no value: it is the last argument.', None, {}),
+        ("-tdc_variant V", '"-tdc_variant" takes a value only after "=". "V" became a test path.', "-tdc_variant=V",
+         {"TEST_PRODUCT_VARIANT": "V", "testPaths": []}),
+        ("-tdc_variant -w", '"-tdc_variant" takes a value only after "=". It needs a value.', None, {}),
+        ("-w=1", '"-w" takes no value: "-w=1" is not read. Leave out the value to switch it on.', "-w",
+         {"waitBeforeExit": True}),
+        ("'-?=1'", '"-?" takes no value: "-?=1" is not read. Leave out the value to switch it on.', "'-?'",
+         {"helpRequested": True}),
+        ("-oresult.txt", '"-oresult.txt" is not a known option. A value is an argument of its own.', "-o result.txt",
+         {"outputFilename": "result.txt"}),
+        ("-packetsize1500", '"-packetsize1500" is not a known option. A value is an argument of its own.',
+         "-packetsize 1500", {"ORVEX_GIGE_STREAM_GEVSCPS": "1500"}),
+        ("-o:x", '"-o:x" is not a known option. A value is an argument of its own.', "-o x", {"outputFilename": "x"}),
+        ("-tlDravikUsb", '"-tlDravikUsb" is not a known option. A value is an argument of its own.', "-tl DravikUsb",
+         {"transportLayers": "DravikUsb"}),
+        ("-pExposure=5", '"-pExposure=5" is not a known option. A value is an argument of its own.', "-p Exposure=5",
+         {"TEST_PROPERTIES": "Exposure=5"}),
+        ("-tdc_variant:V", '"-tdc_variant:V" is not a known option. A value is an argument of its own.',
+         "-tdc_variant=V", {"TEST_PRODUCT_VARIANT": "V"}),
+        ("-output result.txt", '"-output" is not a known option and is ignored. "result.txt" became a test path.', None, {}),
+        ("-o = f", 'There must be no space before or after the "=" of "-o".', "-o f",
+         {"outputFilename": "f", "testPaths": []}),
+        ("-o= 'a b'", 'There must be no space before or after the "=" of "-o".', "-o 'a b'", {"outputFilename": "a b"}),
+        ("-packetsize =1500", 'There must be no space before or after the "=" of "-packetsize".', "-packetsize 1500",
+         {"ORVEX_GIGE_STREAM_GEVSCPS": "1500", "succeeded": True}),
+        ("-tdc_variant = V", 'There must be no space before or after the "=" of "-tdc_variant".', "-tdc_variant=V",
+         {"TEST_PRODUCT_VARIANT": "V"}),
+        ("-tl=", 'The value of "-tl" is empty, as if "-tl" were not given.', None, {}),
+        ("-p ''", 'The value of "-p" is empty, as if "-p" were not given.', None, {}),
+        ("-packetsize 1,500", '"1,500" does not end after its digits. It is passed on as written.', "-packetsize 1500",
+         {"ORVEX_GIGE_STREAM_GEVSCPS": "1500"}),
+        ("-camemu 1500x", '"1500x" does not end after its digits. It is passed on as written.', None, {}),
+        ("-camemu 1,5", '"1,5" does not end after its digits. It is passed on as written.', None, {}),
+        # test paths
+        ("-tl DravikGigE DravikUsb Suite", 'The value of "-tl" ends at a space: "DravikUsb" became a test path.',
+         "-tl DravikGigE,DravikUsb", {"transportLayers": "DravikGigE,DravikUsb", "testPaths": ["Suite"]}),
+        ("-tl=A, B DravikC", 'The value of "-tl" ends at a space: "B", "DravikC" became test paths.', "-tl A,B,DravikC",
+         {"transportLayers": "A,B,DravikC", "testPaths": []}),
+        ("-tl A , B", 'The value of "-tl" ends at a space: ",", "B" became test paths.', "-tl A,B",
+         {"transportLayers": "A,B"}),
+        ("-p a=1 'b=x y' Suite", 'The value of "-p" ends at a space: "b=x y" became a test path.',
+         "-p a=1 -p 'b=x y'", {"TEST_PROPERTIES": "a=1 b=x y", "testPaths": ["Suite"]}),
+        ("packetsize=1500", '"packetsize=1500" became a test path: it has no dash in front.', "-packetsize 1500",
+         {"ORVEX_GIGE_STREAM_GEVSCPS": "1500", "testPaths": []}),
+        ("bit 64", '"bit" became a test path: it has no dash in front.', "-bit 64", {"bit": "64", "testPaths": []}),
+        ("help", '"help" became a test path: it has no dash in front.', "-help", {"helpRequested": True}),
+        ("Suite -5", '"-5" became a test path: it begins with a number.', None, {}),
+        # from a document
+        ("'–o' f", '"–o" became a test path: it begins with an en dash instead of "-".', "-o f",
+         {"outputFilename": "f", "testPaths": []}),
+        ("'—help'", '"—help" became a test path: it begins with an em dash instead of "-".', "-help",
+         {"helpRequested": True}),
+        ("'−tdc_variant=V'", '"−tdc_variant=V" became a test path: it begins with a minus sign instead of "-".',
+         "-tdc_variant=V", {"TEST_PRODUCT_VARIANT": "V"}),
+        ("'–foo'", '"–foo" became a test path: it begins with an en dash instead of "-".', None, {}),
+        ("-o '“my' 'file.txt”' Suite", 'The curly quote in "“my" does not group.', "-o 'my file.txt'",
+         {"outputFilename": "my file.txt", "testPaths": ["Suite"]}),
+        ("'-p=“a=b”'", 'The curly quote in "-p=“a=b”" does not group.', "-p=a=b", {"TEST_PROPERTIES": "a=b"}),
+        ("-testname '‘it’s' -w 'so’'", None, None, {}),
+        ("'“a' -w", 'The curly quote in "“a" does not group.', None, {}),
+        # transport layers
+        ("-tl 'DravikGigE: S, B'", 'The spaces in " S" are part of the name.', "-tl DravikGigE:S,B",
+         {"ORVEX_GIGE_STREAMPARAMS": "Type=S", "ORVEX_DEVICE_FILTER": "DeviceClass=B||DeviceClass=DravikGigE"}),
+        ("-tl dravikgige:S", '"dravikgige" is not "DravikGigE": classes are case-sensitive.', "-tl DravikGigE:S",
+         {"ORVEX_GIGE_STREAMPARAMS": "Type=S"}),
+        ("-tl DRAVIKGTC", '"DRAVIKGTC" is not "DravikGTC": classes are case-sensitive.', "-tl DravikGTC",
+         {"ORVEX_DEVICE_FILTER": "DeviceClass=DravikGTC"}),
+        ("-tl DravikUsb:S", 'The driver "S" is ignored: only DravikGigE takes one.', "-tl DravikUsb",
+         {"ORVEX_DEVICE_FILTER": "DeviceClass=DravikUsb"}),
+        ("-tl DravikGigE:S:more", '"more" is ignored: it comes after a driver.', "-tl DravikGigE:S",
+         {"ORVEX_GIGE_STREAMPARAMS": "Type=S"}),
+        ("-tl DravikGigE:A,DravikGigE:B",
+         'The driver "A" is not used: of several drivers the last in byte order wins, here "B".', None, {}),
+        ("-tl DravikGTCx", '"DravikGTCx" is not the class "DravikGTC", but contains the name. That is enough to set '
+         "GENICAM_GENTL64_PATH.", None, {}),
+        ("-tl DravikGigE:DravikGTC", '"DravikGigE:DravikGTC" is not the class "DravikGTC", but contains the name. '
+         "That is enough to set GENICAM_GENTL64_PATH.", None, {}),
+        # several slips at once
+        ("-w 'it'\\''s \"\\ $x' -tdc_guid=1 -osname", '"-osname" has no value: it is the last argument.', None, {}),
+        ("-Pcname 'it'\\''s \"\\ $x'", '"-Pcname" is not a known option. Did you mean "-pcname"? "it\'s \\"\\\\ $x" '
+         "became a test path.", "-pcname 'it'\\''s \"\\ $x'", {"pcName": "it's \"\\ $x"}),
+    ]
+
+    def test_each_has_a_correction_that_works_where_the_argument_came_from(self):
+        for source in ("command line", "ORVEX_TEST_ARGS", "_ORVEX_TEST_ARGS_"):
+            for line, message, correction, effects in self.ROWS:
+                if source != "command line":
+                    line = " ".join(map(quote_for_variable, shlex.split(line)))
+                    correction = correction and " ".join(map(quote_for_variable, shlex.split(correction)))
+                with self.subTest(source=source, line=line):
+                    hints = show_line(line, source)["hints"]
+                    self.assert_hint(hints, source, message, correction)
+                    if correction:
+                        (hint,) = [hint for hint in hints if hint["message"] == message]
+                        self.assertIn(hint["argument"], line)
+                        corrected = show_line(line.replace(hint["argument"], correction, 1), source)
+                        self.assertNotIn(message, [other["message"] for other in corrected["hints"]])
+                        self.assertEqual({**seen(corrected), **effects}, seen(corrected))
+                        self.assertTrue(effects)
+
+    def assert_hint(self, hints, source, message, correction):
+        found = [(hint["source"], hint["message"], hint["correction"]) for hint in hints]
+        if message:
+            self.assertIn((source, message, correction), found)
+
+    def test_there_are_none_for_what_may_be_meant_as_it_is(self):
+        for arguments in ((), ("Suite", "TestSuiteGigE::DynamicHeartbeatTest", "-w"), ("-tl", "DravikGigE:S,DravikUsb"),
+                          ("-p", "a=b", "Suite"), ("-tl", "A", "Suite", "DravikTests"), ("-o=-x", "-x", "a=b"),
+                          ("-tl", "DravikUsb", "DravikTests::Case"), ("-testname", "it’s", "-packetsize", "1500"),
+                          ("-tdc_rundescription", "–o “quoted” = 1,500", "-p", "-5", "-tdc_variant=V"),
+                          ("-o", "a", "-o", "b", "-tdc_product=", "-tdc_product=x")):
             with self.subTest(arguments=arguments):
-                self.assertEqual(sections(show(*arguments).stdout)["Hints"], ["  " + hint])
+                self.assertEqual(show_json(*arguments)["hints"], [])
 
-    def test_what_they_advise_works(self):
-        for argument in ("-x=-file.xml", "-tdc_variant=V", "-testname=N", "-pcname=N", "-osname=N", "-packetsize=1"):
-            with self.subTest(argument=argument):
-                output = show(argument).stdout
-                self.assertIn(" sets ", output)
-                self.assertNotIn("Hints", output)
+    def test_one_slip_gives_one_hint(self):
+        for line in ("-packetsise 1500", "-x -file.xml", "-tl A DravikB DravikC", "-o = f", "bit 64", "'–o' f",
+                     "-o '“a' -b 'c”'", "-tdc_variant V", "-tdc_name packetsize=1"):
+            with self.subTest(line=line):
+                self.assertEqual(len(show_line(line, "command line")["hints"]), 1)
 
-    def test_a_number_is_no_option(self):
-        self.assertIn("-2z  (begins with a number, so it is no option)\n", show("-2z").stdout)
+    def test_a_correction_that_a_terminal_would_not_show_is_left_out(self):
+        (hint,) = show_json("-packetsise=1\x1b")["hints"]
+        self.assertIsNone(hint["correction"])
 
-    def test_there_are_none_for_what_the_parser_did_not_look_at(self):
-        self.assertNotIn("Hints", show("-foo", "X", variables={"_ORVEX_TEST_ARGS_": "'"}).stdout)
+    def test_the_first_value_may_be_of_another_kind_than_the_last(self):
+        hints = show_json("-packetsize", "1x", "-packetsize", "2")["hints"]
+        self.assertEqual(hints, [])
+
+    def test_line_ends_in_a_variable(self):
+        for text, token, corrected in (("-o f\n-w", "f\\n-w", "-o f -w"), ("-o f -w\r\n", "-w\\r\\n", "-o f -w  "),
+                                       ("-o f \\\n -w", "\\n", "-o f    -w")):
+            with self.subTest(text=text):
+                (hint, *_) = show_json(variables={"ORVEX_TEST_ARGS": text})["hints"]
+                self.assertEqual(hint, {
+                    "source": "ORVEX_TEST_ARGS", "argument": text, "correction": corrected,
+                    "message": f'"{token}" is one argument: a line end does not separate arguments.'})
+                report = show_json(variables={"ORVEX_TEST_ARGS": corrected})
+                self.assertEqual((report["outputFilename"], report["waitBeforeExit"], report["hints"]), ("f", True, []))
+        self.assertEqual(show_json(variables={"ORVEX_TEST_ARGS": "-testname 'a\nb'"})["hints"], [])
+
+    def test_a_variable_with_almost_the_right_name(self):
+        rows = {"ORVEX_TEST_ARG": "ORVEX_TEST_ARGS", "ORVEX_TESTARGS": "ORVEX_TEST_ARGS",
+                "ORVEX_TETS_ARGS": "ORVEX_TEST_ARGS", "ORVEX_TEST_ARGS_": "_ORVEX_TEST_ARGS_",
+                "_ORVEX_TEST_ARGS": "_ORVEX_TEST_ARGS_", "_ORVEX_TEST_ARG_": "_ORVEX_TEST_ARGS_"}
+        for name, meant in rows.items():
+            with self.subTest(name=name):
+                (hint,) = show_json(variables={name: "-testname 'a b'"})["hints"]
+                self.assertEqual((hint["source"], hint["message"]),
+                                 ("environment", f'"{name}" is not read. Did you mean "{meant}"?'))
+                corrected = run(("sh", "-c", f'{hint["correction"]} exec "$0"', PROGRAM), {"SHOW_ARGUMENTS_FORMAT": "json"})
+                report = json.loads(corrected.stdout)
+                self.assertEqual((report["testRunInformation"]["testName"], report["hints"]), ("a b", []))
+        (hint,) = show_json(variables={"ORVEX_TEST_ARG": "-w", "ORVEX_TEST_ARGS": "-w"})["hints"]
+        self.assertIsNone(hint["correction"])
+        self.assertEqual(show_json(variables={"ORVEX_ARGS": "-w", "ORVEX_TEST_ARGUMENTS": "-w"})["hints"], [])
+
+    def test_a_program_name_that_begins_with_a_dash(self):
+        program = "import os, sys; os.execve(sys.argv[1], ['-o', 'f', '-foo'], {'SHOW_ARGUMENTS_FORMAT': 'json'})"
+        report = json.loads(run((sys.executable, "-c", program, PROGRAM)).stdout)
+        self.assertEqual([hint["message"] for hint in report["hints"]],
+                         ['The program name, "-o", begins with a dash. Therefore it is read as an option.'])
 
 
 class Help(unittest.TestCase):
-    def assert_usage(self, output):
-        self.assertTrue(output.startswith(f"{PROGRAM} [-?] [-camemu n] [-o filename]"))
-        self.assertTrue(output.endswith("passed con the command line.\n"))
-        self.assertEqual(output.count("\n"), 8)
-
-    def test_each_help_switch_prints_the_usage_text_and_nothing_else(self):
+    def test_a_help_switch_alone_prints_the_usage_text_and_names_the_manual_page(self):
         for switch in ("-?", "-h", "-H", "-help", "--help"):
             with self.subTest(switch=switch):
-                result = show(switch, "Suite")
+                result = show(switch, variables={"ORVEX_TEST_ARGS": "", "_ORVEX_TEST_ARGS_": " \t"})
                 self.assertEqual((result.returncode, result.stderr), (0, ""))
-                self.assert_usage(result.stdout)
+                self.assertTrue(result.stdout.startswith(f"{PROGRAM} [-?] [-camemu n] [-o filename]"))
+                self.assertTrue(result.stdout.endswith(
+                    "passed con the command line.\n\nThe manual page of this program: show_arguments(1)\n"))
 
-    def test_a_parse_that_fails_shows_it_too_and_the_reason_after_it(self):
-        for arguments, variables in ((("-?", "-camemu", "none"), {}), (("-?",), {"ORVEX_TEST_ARGS": "'"})):
-            with self.subTest(arguments=arguments):
+    def test_with_anything_else_it_shows_the_report(self):
+        rows = [(("-h", "Suite"), {}, "-h (command line)"), (("--help", "-h"), {}, "--help (command line)"),
+                ((), {"ORVEX_TEST_ARGS": "-h"}, "-h (ORVEX_TEST_ARGS)"),
+                (("-?",), {"_ORVEX_TEST_ARGS_": "-w"}, "-? (command line)")]
+        for arguments, variables, by in rows:
+            with self.subTest(arguments=arguments, variables=variables):
                 result = show(*arguments, variables=variables)
-                self.assertEqual(result.returncode, 1)
-                self.assert_usage(result.stdout)
-                self.assertRegex(result.stderr, r"^show_arguments: the parse failed: .*\n$")
+                self.assertEqual(sections(result.stdout)[None], [f"help requested by {by}", "succeeded"])
+        self.assertEqual(show("-h=1").stdout.splitlines()[-1], "succeeded, 1 hint")
 
 
 class Failure(unittest.TestCase):
     def assert_fails(self, result, reason):
         self.assertEqual(result.returncode, 1)
-        self.assertEqual(result.stderr, f"show_arguments: the parse failed: {reason}\n-? shows the usage text\n")
+        self.assertEqual(result.stderr, f"show_arguments: the parse failed: {reason}\n")
         found = sections(result.stdout)
-        self.assertEqual(found["Result"][0].split(maxsplit=1), ["failed", reason])
+        self.assertEqual(found[None][-1], f"failed: {reason}")
         return found
 
-    def test_the_first_variable_has_an_open_quote(self):
-        found = self.assert_fails(
-            show("Suite", variables={"ORVEX_TEST_ARGS": r'''-o 'a' \' "b 'c''', "_ORVEX_TEST_ARGS_": "'"}),
-            r'''ORVEX_TEST_ARGS: the quote at byte 11 is not closed: "\"b 'c" (the whole value: "-o 'a' \\' \"b 'c")''')
-        self.assertEqual([line.split(maxsplit=1)[1] for line in found["Result"][-2:]],
-                         ["line       not reached", "not reached"])
-
-    def test_the_second_variable_has_an_open_quote(self):
-        found = self.assert_fails(
-            show("-o", "a", "Suite", variables={"_ORVEX_TEST_ARGS_": "'"}),
-            "_ORVEX_TEST_ARGS_: the quote at byte 1 is not closed: ' (the whole value: ')")
-        self.assertEqual(found["Test paths (not used)"], ["  command line  Suite"])
-        self.assertEqual(found["Options"], ["  -o", "    not used  command line       a"])
+    def test_an_unterminated_quote_has_a_caret_and_a_remedy(self):
+        rows = [
+            ("-testname it's -w", "single", 13, "Write an apostrophe as \\'.", r"-testname it\'s -w"),
+            ("-testname 'a b", "single", 11, "Another one at the end closes it.", "-testname 'a b'"),
+            ("-testname='a b", "single", 11, "Another one at the end closes it.", "-testname='a b'"),
+            ('-w \'a\' -testname "it\'s', "double", 18, "Another one at the end closes it.",
+             '-w \'a\' -testname "it\'s"'),
+            ("-testname it's \"", "single", 13, "Write an apostrophe as \\'.", None),
+            ("-testname \"a\\", "double", 11, "Another one at the end closes it.", None),
+        ]
+        for variable in ("ORVEX_TEST_ARGS", "_ORVEX_TEST_ARGS_"):
+            for text, kind, byte, remedy, corrected in rows:
+                with self.subTest(variable=variable, text=text):
+                    found = self.assert_fails(
+                        show(variables={variable: text}), f"{variable} has an unterminated {kind} quote at byte {byte}")
+                    self.assertEqual(found["Hints"], [
+                        f"  {variable}: The {kind} quote is unterminated. {remedy}",
+                        "      " + text, " " * (5 + byte) + "^"] + ([f"      {corrected}"] if corrected else []))
+                    if corrected:
+                        report = show_json(variables={variable: corrected})
+                        self.assertEqual((report["succeeded"], report["hints"]), (True, []))
 
     def test_the_first_number_that_does_not_begin_with_a_digit(self):
         numbers = ("socketbuffer", "packetsize", "packetdelay", "camemu")
@@ -384,7 +569,7 @@ class Failure(unittest.TestCase):
             bad = [word for other in reversed(numbers[i:]) for word in (f"-{other}", "-1")]
             with self.subTest(option=option):
                 self.assert_fails(show(*bad, variables={"_ORVEX_TEST_ARGS_": f"-{option} x1"}),
-                                  f"the value of -{option} does not begin with a digit: x1 (_ORVEX_TEST_ARGS_)")
+                                  f'the value of -{option} does not begin with a digit: "x1" (_ORVEX_TEST_ARGS_)')
 
     @unittest.skipUnless(sys.platform.startswith("linux"), "needs a relative library search path")
     def test_application_directory_that_cannot_be_found(self):
@@ -414,20 +599,104 @@ class Failure(unittest.TestCase):
 
 
 class Terminal(unittest.TestCase):
-    ARGUMENTS = ("-tl", "DravikGigE", "-o", "directory/" * 30 + "file", "-x", "wörd 日本 " * 40 + "end", "-unknown")
+    """The text itself, on terminals and elsewhere."""
+    maxDiff = None
+    ARGUMENTS = ("-tl", "DravikGigE:S", "-o", "directory/" * 30 + "file", "-x", "wörd 日本 " * 40 + "end", "-packetsise",
+                 "1500", "-camemu", "1")
 
-    def test_the_width_changes_nothing(self):
+    def test_shows_what_a_test_program_sees_and_where_it_came_from(self):
+        result = show("-o", "c", "-w", "Suite", "-foo", variables={
+            "ORVEX_TEST_ARGS": "-o a -tdc_guid '' First", "_ORVEX_TEST_ARGS_": " \t",
+            "ORVEX_GIGE_STREAM_GEVSCPS": "9000", "ORVEX_CAMEMU": "2"})
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        found = sections(result.stdout)
+        record = found.pop("Test-run record")
+        self.assertEqual(found, {
+            "Result": [
+                f"  applicationName  {PROGRAM}",
+                "  helpRequested    no",
+                "  waitBeforeExit   yes",
+                "  outputFilename   c",
+                '  xmlFilename      ""',
+                '  transportLayers  ""',
+            ],
+            "Sources": [
+                "  ORVEX_TEST_ARGS    scanned (5)",
+                "  command line       scanned (5)",
+                "  _ORVEX_TEST_ARGS_  blank",
+            ],
+            "Test paths": ["  ORVEX_TEST_ARGS  First", "  command line     Suite"],
+            "Environment, set by this parse": [
+                "  ORVEX_GTC_USE_EXTRA_TL     1",
+                "  ORVEX_GIGE_STREAM_GEVSCPS  8192  (the default; was 9000)",
+            ],
+            "Environment, kept as it was": ["  ORVEX_CAMEMU  2"],
+            "Options": [
+                "  -o         sets outputFilename",
+                "    lost     ORVEX_TEST_ARGS    a",
+                "             to c from command line",
+                "    won      command line       c",
+                "  -tdc_guid",
+                '    empty    ORVEX_TEST_ARGS    ""',
+                "             as if not given",
+                "  -w         sets waitBeforeExit",
+                "    counted  command line       (flag)",
+                "  -foo",
+                "    ignored  command line       (flag)",
+            ],
+            "Hints": [
+                '  ORVEX_TEST_ARGS: The value of "-tdc_guid" is empty, as if "-tdc_guid" were not given.',
+                '  command line: "-foo" is not a known option and is ignored.',
+            ],
+            None: ["succeeded, 2 hints"],
+        })
+        filled = ["group", "fixedZero", "transportLayers"]
+        self.assertEqual([line.split()[0] for line in record], [*filled, "(empty)"])
+        self.assertEqual(record[-1].replace(",", "").split()[1:], [n for n in RECORD_FIELDS if n not in filled])
+
+    def test_a_value_is_escaped_where_a_terminal_would_act_on_it(self):
+        values = {"-o": "a\x1b[31m\n\"\\", "-x": " blank", "-testname": "Größe 日本", "-pcname": b"\xff\xc2\x9b"}
+        output = show(*(word for pair in values.items() for word in pair), "(flag)").stdout
+        for shown in ('"a\\x1b[31m\\n\\"\\\\"', '" blank"', "Größe 日本", '"\\xff\\x9b"', '"(flag)"'):
+            self.assertRegex(output, f"(?m)  {re.escape(shown)}$")
+        self.assertNotIn("\x1b", output)
+
+    def test_lines_wrap_between_words_on_a_terminal_only(self):
+        plain = show(*self.ARGUMENTS).stdout
         for columns in (40, 80):
             with self.subTest(columns=columns):
-                output = show_on_terminal(columns, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
-                self.assertEqual(output, show(*self.ARGUMENTS).stdout)
+                wrapped = show_on_terminal(columns, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
+                self.assertEqual(wrapped.split(), plain.split())
+                for line in wrapped.splitlines():
+                    wide = len(line) + line.count("日") + line.count("本")
+                    self.assertTrue(wide <= columns or len(line.split()[-1]) > columns // 2, line)
+        self.assertGreater(max(map(len, plain.splitlines())), 300)
+
+    def test_a_correction_stays_on_its_line(self):
+        output = show_on_terminal(40, "-Testname", "many words " * 10, variables={"NO_COLOR": "1"})
+        self.assertIn(f"\n      -testname '{'many words ' * 10}'\n", output)
+
+    def test_a_long_value_is_cut_around_the_quote(self):
+        text = "日本 -w " * 100 + "-testname it's" + " -x file" * 100
+        for columns in (40, 80):
+            output = show_on_terminal(columns, variables={"ORVEX_TEST_ARGS": text, "NO_COLOR": "1"})
+            line, caret = re.search(r"\n( +\.\.\..*\.\.\.)\n( +\^)\n", output).groups()
+            wide = line.count("日") + line.count("本")
+            self.assertLessEqual(len(line) + wide, columns)
+            self.assertEqual(len(caret), line.index("'") + 1 + wide)
 
     def test_colour_says_nothing_that_the_text_does_not(self):
-        coloured = show_on_terminal(80, *self.ARGUMENTS)
+        coloured = show_on_terminal(200, *self.ARGUMENTS)
         self.assertIn("\x1b[1mResult\x1b[0m\n", coloured)
-        self.assertRegex(coloured, "\x1b\\[32msucceeded\x1b\\[0m\n")
-        self.assertRegex(coloured, "\x1b\\[31m  ignored +\x1b\\[0m")
-        self.assertEqual(re.sub("\x1b\\[[0-9]+m", "", coloured), show(*self.ARGUMENTS).stdout)
+        self.assertRegex(coloured, "\x1b\\[32msucceeded, 1 hint\x1b\\[0m\n$")
+        self.assertNotIn("\x1b[31m", coloured)
+        plain = show_on_terminal(200, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
+        self.assertEqual(re.sub("\x1b\\[[0-9]+m", "", coloured), plain)
+
+    def test_red_is_for_failures(self):
+        coloured = show_on_terminal(80, "-camemu", "x", "-o", "a", "-o", "b", "-foo")
+        red = re.findall("\x1b\\[31m *(.*?) *\x1b\\[0m", coloured, re.DOTALL)
+        self.assertEqual([text.split()[0] for text in red], ["refused", "failed:"])
 
     def test_there_is_no_colour_where_it_is_not_wanted(self):
         for variables in ({"NO_COLOR": "1"}, {"TERM": "dumb"}, {"TERM": ""}):
@@ -436,10 +705,10 @@ class Terminal(unittest.TestCase):
         self.assertIn("\x1b", show_on_terminal(80, variables={"NO_COLOR": ""}))
         self.assertNotIn("\x1b", show(variables={"TERM": "xterm"}).stdout)
 
-    def test_the_reason_of_a_failure_stands_last(self):
-        lines = show_on_terminal(40, "-camemu", "x", variables={"NO_COLOR": "1"}).splitlines()
-        self.assertRegex(lines[-2], "^show_arguments: the parse failed: the value of -camemu ")
-        self.assertEqual(lines[-1], "-? shows the usage text")
+    def test_a_terminal_shows_the_reason_of_a_failure_once_at_the_end(self):
+        output = show_on_terminal(200, "-camemu", "x", variables={"NO_COLOR": "1"})
+        self.assertEqual(output.splitlines()[-1],
+                         'failed: the value of -camemu does not begin with a digit: "x" (command line)')
 
 
 if __name__ == "__main__":

@@ -2,50 +2,78 @@
 //
 //     ORVEX_TEST_ARGS='-tl DravikGigE' show_arguments -o result.xml TestSuiteGigE
 //
-// SHOW_ARGUMENTS_FORMAT=json asks for JSON instead of text, NO_COLOR=1 for text without colour. Exits
-// with 0; with 1, and the reason on standard error, when the arguments are bad; and with 2 when it cannot
-// do its own work.
+// The manual page, show_arguments(1), says how it is used and how it exits.
 
-#include "show_arguments.h"
+#include "print.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
-#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <stdexcept>
 
-int main(int argc, char** argv) try {
-    const auto readVariable = [](const char* name) {
-        const char* text = std::getenv(name);
-        return std::string_view(text == nullptr ? "" : text);
-    };
+namespace {
+
+using namespace tool;
+
+std::string_view readVariable(const char* name) {
+    const char* text = std::getenv(name);
+    return text == nullptr ? "" : text;
+}
+
+bool isTerminal() {
+    return isatty(STDOUT_FILENO) != 0;
+}
+
+Screen findScreen() {
+    if (!isTerminal()) {
+        return {};
+    }
+    winsize size = {};
+    const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
+    const std::string_view terminal = readVariable("TERM");
+    const bool hasColour = !terminal.empty() && terminal != "dumb" && readVariable("NO_COLOR").empty();
+    return {isKnown ? size.ws_col : std::size_t{80}, hasColour};
+}
+
+// A help switch next to other arguments is one more thing that may need an explanation.
+bool isUsageWanted(const Report& report) {
+    const std::vector<Argument>& arguments = report.trace.arguments;
+    return arguments.size() == 2 && findHelpSwitch(report.trace) == &arguments[1] &&
+           arguments[1].source == commandLine;
+}
+
+int showArguments(int argc, char** argv) {
     const std::string_view format = readVariable("SHOW_ARGUMENTS_FORMAT");
     if (!format.empty() && format != "text" && format != "json") {
         throw std::runtime_error("SHOW_ARGUMENTS_FORMAT must be text or json");
     }
-    OrvexTestCommandLineParser parser;
-    const Json report = reportParse(parser, argc, argv);
-    // The parser may have stopped before it came to this switch.
-    const bool isHelpWanted =
-        parser.helpRequested() || std::count(argv, argv + argc, std::string_view("-?")) != 0;
+    const Report report = makeReport(argc, argv);
     if (format == "json") {
-        std::cout << report.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
-    } else if (isHelpWanted) {
-        std::cout << parser.getHelpMessage(argc > 0 ? argv[0] : "") << '\n';
+        std::cout << asJson(report);
+    } else if (isUsageWanted(report)) {
+        std::cout << OrvexTestCommandLineParser().getHelpMessage(argv[0])
+                  << "\n\nThe manual page of this program: show_arguments(1)\n";
     } else {
-        const std::string_view terminal = readVariable("TERM");
-        const bool hasColour = isatty(STDOUT_FILENO) != 0 && !terminal.empty() && terminal != "dumb";
-        std::cout << asText(report, hasColour && readVariable("NO_COLOR").empty());
+        std::cout << asText(report, findScreen());
     }
     if (!std::cout.flush()) {
         throw std::runtime_error("cannot write to standard output");
     }
-    if (report["succeeded"]) {
+    if (report.seen.succeeded) {
         return 0;
     }
-    std::cerr << "show_arguments: the parse failed: " << report["reason"].get<std::string>() << '\n'
-              << (format == "json" || isHelpWanted ? "" : "-? shows the usage text\n");
+    // On a terminal, it is the last line already.
+    if (format == "json" || !isTerminal()) {
+        std::cerr << "show_arguments: the parse failed: " << report.reason << '\n';
+    }
     return 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+    return showArguments(argc, argv);
 } catch (const std::exception& error) {
     std::cerr << "show_arguments: " << error.what() << '\n';
     return 2;

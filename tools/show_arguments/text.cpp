@@ -1,103 +1,175 @@
-#include "show_arguments.h"
+#include "page.h"
+#include "print.h"
+#include "quoting.h"
 
-#include <fmt/color.h>
-#include <algorithm>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
+namespace tool {
 namespace {
 
-using Rows = std::vector<std::pair<std::string, std::string>>;
-
-std::string show(const Json& value) {
-    return value.is_boolean() ? value ? "yes" : "no" : printable(value.get<std::string>());
+Style styleOf(Outcome outcome) {
+    switch (outcome) {
+        case Outcome::Won:
+        case Outcome::Collected:
+        case Outcome::Counted:
+            return Style::Good;
+        case Outcome::Refused:
+            return Style::Bad;
+        default:
+            return Style::Plain;
+    }
 }
 
-// The rows of the options; why one is ignored goes into hints.
-Rows optionRows(const Json& options, Rows& hints) {
-    Rows rows;
-    for (const Json& option : options) {
-        const std::string sets = option["sets"].is_null() ? "" : option["sets"];
-        rows.emplace_back(typed(option["name"].get<std::string>()), sets.empty() ? "" : "sets " + sets);
-        for (const Json& given : option["given"]) {
-            const std::string outcome = given["outcome"];
-            const std::string value = given["value"].is_null() ? "(flag)" : show(given["value"]);
-            rows.emplace_back("  " + outcome,
-                              fmt::format("{:17}  {}", given["source"].get<std::string>(), value));
-            if (outcome == "ignored") {
-                hints.emplace_back(given["note"], "");
-            } else if (given.contains("note")) {
-                rows.emplace_back("", given["note"]);
+std::vector<Row> resultRows(const Report& report) {
+    std::vector<Row> rows;
+    for (const Accessor& accessor : report.seen.accessors) {
+        const auto* text = std::get_if<std::string>(&accessor.value);
+        const bool isTrue = text == nullptr && std::get<bool>(accessor.value);
+        rows.push_back(
+            {std::string(accessor.name), text == nullptr ? (isTrue ? "yes" : "no") : plainOrQuoted(*text)});
+    }
+    return rows;
+}
+
+std::vector<Row> sourceRows(const Report& report) {
+    std::vector<Row> rows;
+    for (const Source& source : report.trace.sources) {
+        std::size_t count = 0;
+        for (const Argument& argument : report.trace.arguments) {
+            count += argument.source == source.name ? argument.tokens.size() : 0;
+        }
+        const std::string_view state = nameOf(source.state);
+        // The program name in front does not count.
+        rows.push_back({std::string(source.name), source.state == SourceState::Scanned
+                                                      ? fmt::format("{} ({})", state, count - 1)
+                                                      : std::string(state)});
+    }
+    return rows;
+}
+
+std::vector<Row> testPathRows(const Report& report) {
+    std::vector<Row> rows;
+    for (const Argument& argument : report.trace.arguments) {
+        if (argument.kind == ArgumentKind::TestPath) {
+            const bool isUsed = argument.outcome == Outcome::Collected;
+            rows.push_back({std::string(argument.source),
+                            plainOrQuoted(argument.value) + (isUsed ? "" : "  (not used)")});
+        }
+    }
+    return rows;
+}
+
+std::vector<Row> recordRows(const Report& report) {
+    std::vector<Row> rows;
+    std::vector<std::string_view> empty;
+    for (const Field& field : report.seen.record) {
+        if (field.value.empty()) {
+            empty.push_back(field.name);
+        } else {
+            rows.push_back({std::string(field.name), plainOrQuoted(field.value)});
+        }
+    }
+    rows.push_back({"(empty)", fmt::format("{}", fmt::join(empty, ", "))});
+    return rows;
+}
+
+std::vector<Row> variableRows(const Report& report, VariableState state) {
+    std::vector<Row> rows;
+    for (const Variable& variable : report.seen.variables) {
+        if (variable.state != state) {
+            continue;
+        }
+        std::vector<std::string> notes;
+        if (isDefault(report, variable)) {
+            notes.emplace_back("the default");
+        }
+        if (state == VariableState::Set && variable.before) {
+            notes.push_back("was " + plainOrQuoted(*variable.before));
+        }
+        rows.push_back({std::string(variable.name),
+                        plainOrQuoted(*variable.after) +
+                            (notes.empty() ? "" : fmt::format("  ({})", fmt::join(notes, "; ")))});
+    }
+    return rows;
+}
+
+std::vector<Row> producerRows(const Producers& producers) {
+    std::vector<Row> rows = {{"library", plainOrQuoted(producers.library)}};
+    for (const Producers::Directory& directory : producers.directories) {
+        rows.push_back({directory.exists ? "exists" : "missing", plainOrQuoted(directory.path)});
+    }
+    return rows;
+}
+
+std::vector<Row> optionRows(const Trace& trace) {
+    std::vector<Row> rows;
+    for (const TracedOption& option : trace.options) {
+        const bool isDashes = option.name.rfind('-', 0) == 0;
+        rows.push_back({plainOrQuoted((isDashes ? "" : "-") + option.name),
+                        option.sets.empty() ? "" : fmt::format("sets {}", fmt::join(option.sets, ", "))});
+        for (const std::size_t index : option.given) {
+            const Argument& argument = trace.arguments[index];
+            const bool isFlag = argument.kind == ArgumentKind::Flag;
+            rows.push_back(
+                {fmt::format("  {}", nameOf(argument.outcome)),
+                 fmt::format("{:17}  {}", argument.source, isFlag ? "(flag)" : plainOrQuoted(argument.value)),
+                 styleOf(argument.outcome)});
+            if (!argument.note.empty()) {
+                rows.push_back({"", argument.note});
             }
         }
     }
     return rows;
 }
 
-// Nothing, not even a title, without rows.
-std::string table(const char* title, const Rows& rows, bool hasColour) {
-    constexpr std::size_t widestLabel = 25;
-    std::size_t width = 0;
-    for (const auto& row : rows) {
-        width = std::max(width, std::min(row.first.size(), widestLabel));
+void addHints(Page& page, const std::vector<Hint>& hints) {
+    if (!hints.empty()) {
+        page.addTitle("Hints");
     }
-    const auto styled = [hasColour](const fmt::text_style& style, const std::string& text) {
-        return hasColour ? fmt::format(style, "{}", text) : text;
-    };
-    std::string text = rows.empty() ? "" : fmt::format("\n{}\n", styled(fmt::emphasis::bold, title));
-    for (const auto& [label, content] : rows) {
-        fmt::text_style style;
-        for (const char* good : {"succeeded", "  won", "  collected", "  counted"}) {
-            style = label == good ? fmt::fg(fmt::terminal_color::green) : style;
+    for (const Hint& hint : hints) {
+        page.addParagraph(fmt::format("{}: {}", hint.source, hint.message), 2);
+        if (hint.quote) {
+            page.addExcerpt(hint.argument, *hint.quote);
         }
-        for (const char* bad : {"failed", "  lost", "  refused", "  ignored", "  not used"}) {
-            style = label == bad ? fmt::fg(fmt::terminal_color::red) : style;
+        if (!hint.correction.empty()) {
+            page.addLine("      " + hint.correction);
         }
-        const std::string padded = content.empty() ? label : fmt::format("{:{}}  ", label, width);
-        text += fmt::format("  {}{}\n", styled(style, padded), content);
     }
-    return text;
 }
 
 }  // namespace
 
-std::string asText(const Json& report, bool hasColour) {
-    const std::string reason = report["succeeded"] ? "" : report["reason"];
-    Rows result = {{reason.empty() ? "succeeded" : "failed", reason}};
-    Rows paths;
-    Rows record;
-    Rows variables;
-    Rows hints;
-    for (const char* name : {"applicationName", "helpRequested", "waitBeforeExit", "outputFilename",
-                             "xmlFilename", "transportLayers"}) {
-        result.emplace_back(name, show(report[name]));
+std::string asText(const Report& report, const Screen& screen) {
+    Page page(screen);
+    page.addSection("Result", resultRows(report));
+    page.addSection("Sources", sourceRows(report));
+    page.addSection("Test paths", testPathRows(report));
+    page.addSection("Test-run record", recordRows(report));
+    page.addSection("Environment, set by this parse", variableRows(report, VariableState::Set));
+    page.addSection("Environment, set to what it was already", variableRows(report, VariableState::SetAgain));
+    page.addSection("Environment, kept as it was", variableRows(report, VariableState::Kept));
+    if (report.producers) {
+        page.addSection("Producer directories of the library that is loaded here",
+                        producerRows(*report.producers));
     }
-    for (const Json& source : report["sources"]) {
-        // The program name in front does not count.
-        const std::string count = fmt::format("scanned ({})", source["tokens"].size() - 1);
-        result.emplace_back(source["name"], source["state"] == "scanned" ? count : show(source["state"]));
+    page.addSection("Options", optionRows(report.trace));
+    addHints(page, report.hints);
+    page.addLine("");
+    if (const Argument* helpSwitch = findHelpSwitch(report.trace)) {
+        page.addParagraph(fmt::format("help requested by {} ({})", plainOrQuoted(helpSwitch->tokens[0]),
+                                      helpSwitch->source),
+                          0);
     }
-    for (const Json& path : report["testPathOrigins"]) {
-        const std::string note = path.contains("note") ? fmt::format("  ({})", show(path["note"])) : "";
-        paths.emplace_back(path["source"], show(path["value"]) + note);
+    if (!report.reason.empty()) {
+        page.addParagraph("failed: " + report.reason, 0, Style::Bad);
+        return page.getText();
     }
-    std::string empty;
-    for (const auto& [name, text] : report["testRunInformation"].items()) {
-        if (text.get<std::string>().empty()) {
-            empty += (empty.empty() ? "" : ", ") + name;
-        } else {
-            record.emplace_back(name, show(text));
-        }
-    }
-    record.emplace_back("(empty)", empty);
-    for (const Json& change : report["environment"]) {
-        const Json& before = change["before"];
-        const std::string note = before.is_null() ? "" : fmt::format("  (was {})", show(before));
-        variables.emplace_back(change["name"], show(change["after"]) + note);
-    }
-    const Rows options = optionRows(report["options"], hints);
-    const char* pathsTitle = report["testPaths"].empty() ? "Test paths (not used)" : "Test paths";
-    const std::string text = table("Result", result, hasColour) + table(pathsTitle, paths, hasColour) +
-                             table("Test-run record", record, hasColour) +
-                             table("Environment", variables, hasColour) +
-                             table("Options", options, hasColour) + table("Hints", hints, hasColour);
-    return text.substr(1);
+    const std::size_t count = report.hints.size();
+    const std::string verdict =
+        count == 0 ? "succeeded" : fmt::format("succeeded, {} {}", count, count == 1 ? "hint" : "hints");
+    page.addParagraph(verdict, 0, Style::Good);
+    return page.getText();
 }
+
+}  // namespace tool

@@ -1,0 +1,32 @@
+// Strings as a terminal, a shell and the argument variables take them.
+
+#ifndef ORVEX_SHOW_ARGUMENTS_QUOTING_H
+#define ORVEX_SHOW_ARGUMENTS_QUOTING_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+// The string with escapes in place of what a terminal would not show: "\n", "\x1b", bytes that are not UTF-8.
+std::string visible(std::string_view text);
+
+// The same in double quotes, with "\" before each double quote and backslash.
+std::string inQuotes(std::string_view text);
+
+// The string as it is when nobody can mistake it, else quoted.
+std::string plainOrQuoted(std::string_view text);
+
+// One word of a POSIX shell.
+std::string quotedForShell(std::string_view text);
+
+// One argument in ORVEX_TEST_ARGS or _ORVEX_TEST_ARGS_.
+std::string quotedForVariable(std::string_view text);
+
+// The columns that a visible string takes in a terminal.
+std::size_t columnsOf(std::string_view text);
+
+}  // namespace tool
+
+#endif
