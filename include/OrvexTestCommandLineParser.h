@@ -125,6 +125,7 @@ public:
         Name(const char* name) : begin(name), size(std::char_traits<char>::length(name)) {}
         /// name: taken whole, zero bytes included
         Name(const std::string& name) : begin(name.data()), size(name.size()) {}
+        Name(const char* begin, std::size_t size) : begin(begin), size(size) {}
 
         const char* begin;  ///< the first byte, dashes included
         std::size_t size;   ///< in bytes

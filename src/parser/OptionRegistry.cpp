@@ -7,6 +7,7 @@
 
 namespace {
 
+using orvex::Finding;
 using orvex::withoutLeadingDashes;
 
 // Registered names are few: a linear search costs less than a tree, which must also be built.
@@ -48,40 +49,35 @@ class OptionRegistry::Store {
 public:
     explicit Store(OptionRegistry& registry) : registry(registry) {}
 
-    bool hasPositionals() const {
-        return !registry.positionals.empty();
-    }
-    bool isValueOption(std::string_view name) const {
-        return contains(registry.valueOptions, name);
-    }
-    bool isMultiValueOption(std::string_view name) const {
-        return contains(registry.multiValueOptions, name);
-    }
-    bool hasMode(std::uint32_t bit) const {
-        return registry.hasMode(bit);
-    }
-
-    void positional(std::string_view token) {
-        registry.positionals.emplace_back(token);
-    }
-    void droppedProgramName(std::string_view /*token*/) {}
-    void flag(std::string_view name) {
-        // A flag given over and over is mostly the last in order: the hint then spares the search.
-        registry.flags.emplace_hint(registry.flags.end(), name);
-    }
-    void value(std::string_view name, std::string_view value) {
-        if (isMultiValueOption(name)) {
-            registry.multiValues.try_emplace(std::string(name)).first->second.emplace_back(value);
-        } else {
-            replaceValue(name, value);
-        }
-    }
-    void inlineValue(std::string_view name, std::string_view value) {
-        this->value(name, value);
+    void scan(const std::vector<std::string_view>& tokens) {
+        orvex::scanTokens(tokens, registry, !registry.positionals.empty(),
+                          [this](const Finding& finding) { store(finding); });
     }
 
 private:
-    void replaceValue(std::string_view name, std::string_view value) {
+    void store(const Finding& finding) {
+        switch (finding.kind) {
+            case Finding::Positional:
+                registry.positionals.emplace_back(finding.value);
+                break;
+            case Finding::DroppedProgramName:
+                break;
+            case Finding::Flag:
+                // Repeated flags usually sort last; the hint then avoids the search.
+                registry.flags.emplace_hint(registry.flags.end(), finding.name);
+                break;
+            case Finding::Value:
+            case Finding::InlineValue:
+                storeValue(finding.name, finding.value);
+                break;
+        }
+    }
+
+    void storeValue(std::string_view name, std::string_view value) {
+        if (contains(registry.multiValueOptions, name)) {
+            registry.multiValues.try_emplace(std::string(name)).first->second.emplace_back(value);
+            return;
+        }
         const auto found = registry.values.lower_bound(name);
         if (found != registry.values.end() && found->first == name) {
             found->second = value;
@@ -107,15 +103,11 @@ void OptionRegistry::addMultiValueOptions(std::initializer_list<const char*> nam
 }
 
 void OptionRegistry::parseArgv(int argc, const char* const* argv) {
-    const std::vector<std::string_view> views(argv, argv + argc);
-    Store store(*this);
-    orvex::OptionScanner(views, store).scan();
+    Store(*this).scan({argv, argv + argc});
 }
 
 void OptionRegistry::parseTokens(const std::vector<std::string>& tokens) {
-    const std::vector<std::string_view> views(tokens.begin(), tokens.end());
-    Store store(*this);
-    orvex::OptionScanner(views, store).scan();
+    Store(*this).scan({tokens.begin(), tokens.end()});
 }
 
 bool OptionRegistry::hasOption(Name name) const {

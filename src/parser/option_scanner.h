@@ -1,4 +1,4 @@
-// The scan of a token list: which tokens are options, which are values, and which are arguments of their own.
+// The scan of a token list: which tokens are options, which are values, and which are positional arguments.
 
 #ifndef ORVEX_OPTION_SCANNER_H
 #define ORVEX_OPTION_SCANNER_H
@@ -17,7 +17,8 @@ inline std::string_view withoutLeadingDashes(std::string_view text) {
     return start == std::string_view::npos ? text : text.substr(start);
 }
 
-// Whether formatted extraction in the classic locale reads a double from the start of the token.
+// Whether formatted extraction in the classic locale reads a double from the start of the token. The stream
+// takes any exception during the extraction for a failure, so that running out of memory means no.
 bool isNumber(std::string_view token);
 
 // Whether the token begins with a dash and is not a number.
@@ -29,85 +30,106 @@ inline bool isOptionToken(std::string_view token) {
            !(token.size() > 1 && startOfNumber.find(token[1]) != std::string_view::npos && isNumber(token));
 }
 
-// One pass over a token list, the first token of which is the program name. The visitor is told, in
-// order, what the tokens are:
-//
-//     positional(token)           an argument of its own
-//     droppedProgramName(token)   the program name, when there is a positional argument already
-//     flag(name)                  an option without a value
-//     value(name, value)          an option, and its value in the next token
-//     inlineValue(name, value)    an option, and its value after a "=" in the same token
-//
-// and is asked hasPositionals(), isValueOption(name), isMultiValueOption(name) and, for each bit of
-// OptionRegistry::Mode, hasMode(bit). All strings are views into the tokens.
-template <typename Visitor>
-class OptionScanner {
-public:
-    OptionScanner(const std::vector<std::string_view>& tokens, Visitor& visitor)
-        : tokens(tokens), visitor(visitor) {}
+// What a scan finds. The strings are views into the tokens.
+struct Finding {
+    enum Kind {
+        Positional,          // value: the token
+        DroppedProgramName,  // value: the token
+        Flag,                // name: an option without a value
+        Value,               // name: an option; value: the next token
+        InlineValue          // name and value of "name=value"
+    };
 
-    void scan() {
-        while (next < tokens.size()) {
-            const std::string_view token = tokens[next];
-            const bool isFirst = next == 0;
-            ++next;
+    Kind kind;
+    std::string_view name;
+    std::string_view value;
+    std::size_t index;  // of the token, or of the first of the two
+};
+
+template <typename Sink>
+class Scanner {
+public:
+    Scanner(const std::vector<std::string_view>& tokens, const OptionRegistry& grammar, const Sink& report)
+        : tokens(tokens), grammar(grammar), report(report) {}
+
+    void scan(bool hasProgramName) {
+        while (index < tokens.size()) {
+            const std::string_view token = tokens[index];
             if (isOptionToken(token)) {
                 scanOption(token);
-            } else if (isFirst && visitor.hasPositionals()) {
-                visitor.droppedProgramName(token);
             } else {
-                visitor.positional(token);
+                const bool isDropped = index == 0 && hasProgramName;
+                report({isDropped ? Finding::DroppedProgramName : Finding::Positional, {}, token, index});
+                ++index;
             }
         }
     }
 
 private:
+    // Leaves index behind the option and its value.
     void scanOption(std::string_view token) {
+        const std::size_t first = index++;
         std::string_view name = withoutLeadingDashes(token);
-        const std::size_t equals =
-            visitor.hasMode(OptionRegistry::NoInlineValue) ? std::string_view::npos : name.find('=');
-        if (equals != std::string_view::npos) {
-            visitor.inlineValue(name.substr(0, equals), name.substr(equals + 1));
-            return;
+        if (!grammar.hasMode(OptionRegistry::NoInlineValue)) {
+            const std::size_t equals = name.find('=');
+            if (equals != std::string_view::npos) {
+                report({Finding::InlineValue, name.substr(0, equals), name.substr(equals + 1), first});
+                return;
+            }
         }
         const bool hasOneDash = token.size() == name.size() + 1;
-        if (visitor.hasMode(OptionRegistry::GroupedShortFlags) && hasOneDash &&
-            !visitor.isValueOption(name)) {
-            name = takeGroupedFlags(name);
+        if (grammar.hasMode(OptionRegistry::GroupedShortFlags) && hasOneDash && !isValueOption(name)) {
+            name = takeGroupedFlags(name, first);
             if (name.empty()) {
                 return;
             }
         }
-        if (next < tokens.size() && takesValue(name) && !isOptionToken(tokens[next])) {
-            visitor.value(name, tokens[next++]);
+        if (index < tokens.size() && takesValue(name) && !isOptionToken(tokens[index])) {
+            report({Finding::Value, name, tokens[index], first});
+            ++index;
         } else {
-            visitor.flag(name);
+            report({Finding::Flag, name, {}, first});
         }
     }
 
     // Returns the last letter if it is an option that takes a value, else nothing.
-    std::string_view takeGroupedFlags(std::string_view letters) {
+    std::string_view takeGroupedFlags(std::string_view letters, std::size_t first) {
         std::string_view valueLetter = letters.substr(letters.size() - 1);
-        if (visitor.isValueOption(valueLetter)) {
+        if (isValueOption(valueLetter)) {
             letters.remove_suffix(1);
         } else {
             valueLetter = std::string_view();
         }
         for (std::size_t i = 0; i < letters.size(); ++i) {
-            visitor.flag(letters.substr(i, 1));
+            report({Finding::Flag, letters.substr(i, 1), {}, first});
         }
         return valueLetter;
     }
 
     bool takesValue(std::string_view name) const {
-        return visitor.isMultiValueOption(name) || visitor.isValueOption(name) ||
-               visitor.hasMode(OptionRegistry::UnknownTakesValue);
+        return isValueOption(name) || grammar.isMultiValueOption({name.data(), name.size()}) ||
+               grammar.hasMode(OptionRegistry::UnknownTakesValue);
+    }
+
+    bool isValueOption(std::string_view name) const {
+        return grammar.isValueOption({name.data(), name.size()});
     }
 
     const std::vector<std::string_view>& tokens;
-    Visitor& visitor;
-    std::size_t next = 0;
+    const OptionRegistry& grammar;
+    const Sink& report;
+    std::size_t index = 0;
 };
+
+// Hands each Finding to the sink, a function, in order. The first token is the program name.
+// grammar: the registered names and the mode.
+// hasProgramName: whether an earlier scan has found a positional argument, so that this program name is
+// dropped.
+template <typename Sink>
+void scanTokens(const std::vector<std::string_view>& tokens, const OptionRegistry& grammar,
+                bool hasProgramName, const Sink& sink) {
+    Scanner<Sink>(tokens, grammar, sink).scan(hasProgramName);
+}
 
 }  // namespace orvex
 

@@ -311,44 +311,16 @@ TEST(OptionScannerMode, GroupedShortFlags) {
     EXPECT_EQ(scannedInMode(mode | OptionRegistry::NoInlineValue, "app -u=o V", "u = o"), "app | u = o='V'");
 }
 
-// Takes a value for every option but "w", and notes what it is told.
-struct Notes {
-    std::string text;
-
-    static bool hasPositionals() {
-        return true;
-    }
-    static bool isValueOption(std::string_view name) {
-        return name != "w";
-    }
-    static bool isMultiValueOption(std::string_view /*name*/) {
-        return false;
-    }
-    static bool hasMode(std::uint32_t bit) {
-        return bit == OptionRegistry::UnknownAsFlag;
-    }
-    void positional(std::string_view token) {
-        text.append("positional ").append(token).append("; ");
-    }
-    void droppedProgramName(std::string_view token) {
-        text.append("dropped ").append(token).append("; ");
-    }
-    void flag(std::string_view name) {
-        text.append("flag ").append(name).append("; ");
-    }
-    void value(std::string_view name, std::string_view value) {
-        text.append(name).append(" ").append(value).append("; ");
-    }
-    void inlineValue(std::string_view name, std::string_view value) {
-        text.append(name).append("=").append(value).append("; ");
-    }
-};
-
-TEST(OptionScanner, TellsTheVisitorWhatEachTokenIs) {
+TEST(OptionScanner, ReportsEachFindingWithTheIndexOfItsToken) {
     const std::vector<std::string_view> tokens = {"app", "Suite", "-w", "-o", "1", "--tl=2", "-tl", "-5"};
-    Notes notes;
-    orvex::OptionScanner(tokens, notes).scan();
-    EXPECT_EQ(notes.text, "dropped app; positional Suite; flag w; o 1; tl=2; tl -5; ");
+    std::ostringstream report;
+    orvex::scanTokens(tokens, newRegistry(), true, [&report](const orvex::Finding& finding) {
+        const char* const kinds[] = {"positional", "dropped", "flag", "value", "inline"};
+        report << finding.index << ' ' << kinds[finding.kind] << ' ' << finding.name << ' ' << finding.value
+               << '\n';
+    });
+    EXPECT_EQ(report.str(),
+              "0 dropped  app\n1 positional  Suite\n2 flag w \n3 value o 1\n5 inline tl 2\n6 value tl -5\n");
 }
 
 }  // namespace

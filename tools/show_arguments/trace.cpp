@@ -6,71 +6,36 @@
 #include <cstdlib>
 #include <map>
 #include <stdexcept>
-#include <utility>
 
 namespace tool {
 namespace {
 
-// Receives what the scan of one source finds.
-class Tracer {
-public:
-    Tracer(std::string_view source, const std::vector<std::string_view>& tokens,
-           const OptionRegistry& grammar, std::vector<Argument>& arguments, bool& hasProgramName)
-        : source(source),
-          nextToken(tokens.begin()),
-          grammar(grammar),
-          arguments(arguments),
-          hasProgramName(hasProgramName) {}
-
-    bool hasPositionals() const {
-        return hasProgramName;
+Argument makeArgument(std::string_view source, const std::vector<std::string_view>& tokens,
+                      const orvex::Finding& finding, bool hasProgramName) {
+    const auto token = tokens.begin() + static_cast<std::ptrdiff_t>(finding.index);
+    Argument argument = {source, ArgumentKind::Flag, {token, token + 1}};
+    argument.name = finding.name;
+    argument.value = finding.value;
+    switch (finding.kind) {
+        case orvex::Finding::Positional:
+            argument.kind = hasProgramName ? ArgumentKind::TestPath : ArgumentKind::ProgramName;
+            return argument;
+        case orvex::Finding::DroppedProgramName:
+            argument.kind = ArgumentKind::DroppedProgramName;
+            return argument;
+        case orvex::Finding::Flag:
+            break;
+        case orvex::Finding::Value:
+            argument.kind = ArgumentKind::Value;
+            argument.tokens.emplace_back(token[1]);
+            break;
+        case orvex::Finding::InlineValue:
+            argument.kind = ArgumentKind::InlineValue;
+            break;
     }
-    bool isValueOption(std::string_view name) const {
-        return grammar.isValueOption(std::string(name));
-    }
-    bool isMultiValueOption(std::string_view name) const {
-        return grammar.isMultiValueOption(std::string(name));
-    }
-    bool hasMode(std::uint32_t bit) const {
-        return grammar.hasMode(bit);
-    }
-
-    void positional(std::string_view token) {
-        const bool isTestPath = std::exchange(hasProgramName, true);
-        add(isTestPath ? ArgumentKind::TestPath : ArgumentKind::ProgramName, 1).value = token;
-    }
-    void droppedProgramName(std::string_view token) {
-        add(ArgumentKind::DroppedProgramName, 1).value = token;
-    }
-    void flag(std::string_view name) {
-        addOption(ArgumentKind::Flag, 1, name);
-    }
-    void value(std::string_view name, std::string_view value) {
-        addOption(ArgumentKind::Value, 2, name).value = value;
-    }
-    void inlineValue(std::string_view name, std::string_view value) {
-        addOption(ArgumentKind::InlineValue, 1, name).value = value;
-    }
-
-private:
-    Argument& add(ArgumentKind kind, std::ptrdiff_t count) {
-        arguments.push_back({source, kind, {nextToken, nextToken + count}});
-        nextToken += count;
-        return arguments.back();
-    }
-    Argument& addOption(ArgumentKind kind, std::ptrdiff_t count, std::string_view name) {
-        Argument& argument = add(kind, count);
-        argument.name = name;
-        argument.option = findOption(name);
-        return argument;
-    }
-
-    std::string_view source;
-    std::vector<std::string_view>::const_iterator nextToken;
-    const OptionRegistry& grammar;
-    std::vector<Argument>& arguments;
-    bool& hasProgramName;
-};
+    argument.option = findOption(finding.name);
+    return argument;
+}
 
 // The arguments in the variable that the source is named after.
 std::vector<std::string> readVariable(Source& source) {
@@ -128,8 +93,10 @@ Trace traceArguments(int argc, char** argv) {
         }
         if (!tokens.empty()) {
             source.state = SourceState::Scanned;
-            Tracer tracer(name, tokens, grammar, trace.arguments, hasProgramName);
-            orvex::OptionScanner(tokens, tracer).scan();
+            orvex::scanTokens(tokens, grammar, hasProgramName, [&](const orvex::Finding& finding) {
+                trace.arguments.push_back(makeArgument(name, tokens, finding, hasProgramName));
+                hasProgramName = hasProgramName || finding.kind == orvex::Finding::Positional;
+            });
         }
     }
     trace.options = groupByOption(trace.arguments);
