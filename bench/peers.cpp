@@ -1,10 +1,12 @@
 // One command line, parsed by this library and by its peers, each from construction to destruction.
 
+#include "command_line.h"
 #include "peer.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 
 namespace {

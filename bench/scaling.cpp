@@ -9,10 +9,12 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 extern char** environ;
 

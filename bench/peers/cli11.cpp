@@ -1,6 +1,10 @@
+#include "command_line.h"
 #include "peer.h"
 
 #include <CLI/CLI.hpp>
+#include <cstddef>
+#include <iterator>
+#include <string>
 
 namespace {
 

@@ -1,6 +1,9 @@
+#include "command_line.h"
 #include "peer.h"
 
+#include <cstddef>
 #include <cxxopts.hpp>
+#include <iterator>
 
 namespace {
 

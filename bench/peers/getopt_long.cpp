@@ -1,8 +1,10 @@
+#include "command_line.h"
 #include "peer.h"
 
 #include <benchmark/benchmark.h>
 #include <getopt.h>
 
+#include <cstddef>
 #include <iterator>
 
 namespace {

@@ -1,6 +1,7 @@
 #include "peer.h"
 
 #include <gflags/gflags.h>
+#include <cstddef>
 
 // Its options are variables of the whole process: constructing them is not part of what is measured.
 // Of several values it keeps the last one, so that the lists are not kept.

@@ -1,3 +1,4 @@
+#include "command_line.h"
 #include "peer.h"
 
 #include "OrvexTestCommandLineParser.h"

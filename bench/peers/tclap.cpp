@@ -1,8 +1,8 @@
+#include "command_line.h"
 #include "peer.h"
 
 #include <tclap/CmdLine.h>
 
-#include <iterator>
 #include <list>
 #include <string>
 

@@ -1,6 +1,7 @@
 #include "environment/environment_variables.h"
 
 #include <cstdlib>
+#include <string>
 
 namespace orvex {
 

@@ -1,4 +1,5 @@
 #include "environment/producer_path.h"
+#include <string>
 
 #include "environment/application_dir.h"
 #include "environment/environment_variables.h"

@@ -1,7 +1,10 @@
 #include "environment/split_string.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvex {
 

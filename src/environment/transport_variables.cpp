@@ -1,9 +1,11 @@
 #include "environment/transport_variables.h"
 
+#include "OrvexTestCommandLineParser.h"
 #include "environment/environment_variables.h"
 #include "environment/split_string.h"
 
 #include <set>
+#include <string>
 #include <vector>
 
 namespace orvex {

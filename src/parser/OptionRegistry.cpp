@@ -3,7 +3,14 @@
 #include "parser/option_scanner.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <ios>
+#include <sstream>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 

@@ -8,9 +8,11 @@
 #include "testrun/test_run_information.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <iterator>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 

@@ -1,3 +1,5 @@
+#include <string>
+#include <vector>
 #include "OrvexTestCommandLineParser.h"
 
 #include "environment/application_dir.h"

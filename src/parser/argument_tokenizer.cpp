@@ -2,7 +2,9 @@
 
 #include <sstream>
 #include <stdexcept>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace orvex {
 namespace {

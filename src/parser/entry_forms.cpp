@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <vector>
 
 bool OrvexTestCommandLineParser::Parse(int argc, wchar_t** argv) {
     if (argc < 0 || (argc > 0 && argv == nullptr)) {

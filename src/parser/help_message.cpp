@@ -1,3 +1,4 @@
+#include <string>
 #include "OrvexTestCommandLineParser.h"
 
 namespace {

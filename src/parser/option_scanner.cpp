@@ -3,6 +3,7 @@
 #include <locale>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 namespace orvex {
 

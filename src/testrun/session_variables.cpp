@@ -1,5 +1,7 @@
 #include "testrun/session_variables.h"
+#include <string>
 
+#include "OrvexTestCommandLineParser.h"
 #include "environment/environment_variables.h"
 
 namespace orvex {

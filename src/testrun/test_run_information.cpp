@@ -1,4 +1,6 @@
 #include "testrun/test_run_information.h"
+#include <string>
+#include "OrvexTestCommandLineParser.h"
 
 namespace orvex {
 namespace {

@@ -3,11 +3,13 @@
 #include "OrvexTestCommandLineParser.h"
 #include "capi/c_calls.h"
 #include "capi/fresh_process.h"
+#include "support/arguments.h"
 #include "support/clean_environment.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>

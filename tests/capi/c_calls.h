@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <utility>

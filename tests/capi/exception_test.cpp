@@ -3,12 +3,13 @@
 
 #include "OrvexTestCommandLineParserC.h"
 
-#include "OrvexTestCommandLineParser.h"
 #include "capi/c_calls.h"
 #include "capi/fresh_process.h"
+#include "support/arguments.h"
 #include "support/clean_environment.h"
 #include "support/faults.h"
 
+#include <cstddef>
 #include <new>
 #include <string>
 

@@ -13,7 +13,6 @@
 #include <cstdlib>
 #include <new>
 #include <ostream>
-#include <string>
 #include <thread>
 #include <vector>
 

@@ -5,13 +5,20 @@
 #include "capi/parser_instance.h"
 #include "differential/differences.h"
 #include "differential/process_environment.h"
+#include "differential/scenario.h"
+#include "model/model.h"
 #include "support/parser_snapshot.h"
 
 #include <dlfcn.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <new>
+#include <optional>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace differential {
 namespace {

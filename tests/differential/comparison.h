@@ -4,6 +4,7 @@
 #define ORVEX_TESTS_DIFFERENTIAL_COMPARISON_H
 
 #include "differential/scenario.h"
+#include "model/model.h"
 
 #include <optional>
 #include <string>

@@ -6,7 +6,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <ios>
 #include <iterator>
+#include <string>
 
 namespace {
 

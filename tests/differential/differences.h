@@ -4,8 +4,10 @@
 #define ORVEX_TESTS_DIFFERENTIAL_DIFFERENCES_H
 
 #include "differential/scenario.h"
+#include "model/model.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 

@@ -4,11 +4,16 @@
 #define ORVEX_TESTS_DIFFERENTIAL_EXHAUSTIVE_H
 
 #include "differential/comparison.h"
+#include "differential/scenario.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace differential {
 

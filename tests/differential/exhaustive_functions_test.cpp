@@ -1,10 +1,20 @@
 // Every short input of the hidden functions, and of the registry in all of its modes.
 
 #include "OrvexTestCommandLineParser.h"
+#include "differential/comparison.h"
 #include "differential/exhaustive.h"
 #include "differential/process_environment.h"
+#include "differential/scenario.h"
+#include "model/model.h"
 
 #include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
 
 namespace {
 

@@ -2,9 +2,18 @@
 // and random scenarios.
 
 #include "differential/exhaustive.h"
+#include "differential/scenario.h"
+#include "model/model.h"
 #include "support/known_options.h"
 
 #include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace {
 

@@ -1,14 +1,20 @@
 // The hidden functions of the library beside those of the model.
 
+#include "OrvexTestCommandLineParser.h"
 #include "differential/comparison.h"
 #include "differential/differences.h"
 #include "differential/process_environment.h"
+#include "differential/scenario.h"
 #include "environment/expand_environment_references.h"
 #include "environment/split_string.h"
+#include "model/model.h"
 #include "parser/argument_tokenizer.h"
 #include "parser/wide_to_utf8.h"
 
+#include <optional>
+#include <set>
 #include <stdexcept>
+#include <string>
 
 namespace differential {
 namespace {

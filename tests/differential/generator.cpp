@@ -1,11 +1,18 @@
 // Random scenarios: texts of every kind that the parser reads, in all forms of a call.
 
 #include "differential/scenario.h"
+#include "model/model.h"
 #include "support/known_options.h"
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
+#include <iterator>
+#include <optional>
 #include <random>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace differential {
 namespace {

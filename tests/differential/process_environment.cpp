@@ -4,6 +4,9 @@
 
 #include <cerrno>
 #include <cstring>
+#include <map>
+#include <set>
+#include <string>
 #include <string_view>
 
 // Not declared by every platform.

@@ -3,6 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <system_error>
+#include <type_traits>
 
 namespace differential {
 namespace {

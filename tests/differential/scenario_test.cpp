@@ -1,13 +1,17 @@
 // The comparison itself: its texts, what it makes smaller, and that it finds a difference.
 
-#include "differential/comparison.h"
+#include "differential/scenario.h"
 #include "differential/differences.h"
 #include "differential/process_environment.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
+#include <set>
+#include <string>
 #include <tuple>
+#include <utility>
 
 namespace differential {
 

@@ -1,6 +1,12 @@
 #include "differential/scenario.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace differential {
 namespace {

@@ -8,6 +8,7 @@
 
 #include <dlfcn.h>
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <typeinfo>

@@ -1,12 +1,22 @@
 #include "model/model.h"
 
+#include "OrvexTestCommandLineParser.h"
 #include "support/known_options.h"
 #include "support/parser_snapshot.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <iterator>
 #include <locale>
+#include <optional>
+#include <set>
 #include <sstream>
 #include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace model {
 namespace {

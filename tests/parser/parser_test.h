@@ -3,14 +3,13 @@
 #ifndef ORVEX_TESTS_PARSER_TEST_H
 #define ORVEX_TESTS_PARSER_TEST_H
 
+#include "OrvexTestCommandLineParser.h"
 #include "support/arguments.h"
 #include "support/clean_environment.h"
 #include "support/parser_snapshot.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <string>
 
 class ParserTest : public CleanEnvironmentTest {
 protected:

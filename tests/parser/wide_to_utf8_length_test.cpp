@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <limits>

@@ -3,14 +3,17 @@
 
 #include "support/known_options.h"
 
+#include "OrvexTestCommandLineParser.h"
 #include "support/arguments.h"
 #include "support/clean_environment.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <regex>
 #include <set>
+#include <string>
 
 namespace {
 

@@ -1,3 +1,4 @@
+#include "OrvexTestCommandLineParser.h"
 #include "support/arguments.h"
 #include "support/clean_environment.h"
 #include "support/parser_snapshot.h"
