@@ -1,10 +1,10 @@
-# What is built beside the library, and the warnings.
+# Chooses the parts to build and the warnings.
 
 option(TESTCOMMANDLINEPARSER_STRICT "Treat compiler warnings as errors" OFF)
 set(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE "" CACHE PATH
   "GoogleTest's source directory, to build it along instead of using an installed one")
 
-# The examples and the tests need a GoogleTest that was built for their standard library and platform.
+# GoogleTest must be built for the same standard library and platform as the examples and tests.
 if(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE)
   set(INSTALL_GTEST OFF)
   add_subdirectory(${TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE} googletest EXCLUDE_FROM_ALL)
@@ -16,13 +16,13 @@ set(leftOut "")
 
 # part(NAME DEFAULT PACKAGES...) with the packages as "CMake name/Debian name/Homebrew name"
 #
-# Sets TESTCOMMANDLINEPARSER_BUILD_<NAME>, unless it is set. By default a part is left out where one of its packages is
-# missing; a part that was asked for is an error then. The default is not cached: once the package is there, the next
+# Sets TESTCOMMANDLINEPARSER_BUILD_<NAME>, unless it is set. If a package is missing, a part that is built by default is
+# left out, and one that was requested is an error. The default is not cached: once the package is installed, the next
 # configuration builds the part.
 function(testcommandlineparser_part name default)
   set(option TESTCOMMANDLINEPARSER_BUILD_${name})
   string(TOLOWER ${name} part)
-  # An outer project may have variables of these names.
+  # An outer project may use the same variable names.
   set(missing "")
   set(isDefault FALSE)
   if(NOT DEFINED ${option})
@@ -45,10 +45,10 @@ function(testcommandlineparser_part name default)
       list(APPEND built ${part})
     elseif(isDefault)
       set(${option} OFF)
-      list(APPEND leftOut "${part} for want of ${missing}")
+      list(APPEND leftOut "${part}, missing ${missing}")
     else()
       message(FATAL_ERROR
-        "${option} needs what was not found: ${missing}. Install it or configure with -D${option}=OFF.")
+        "${option} needs ${missing}, which was not found. Install it or configure with -D${option}=OFF.")
     endif()
   endif()
   return(PROPAGATE ${option} built leftOut)
@@ -70,7 +70,7 @@ if(PROJECT_IS_TOP_LEVEL)
   message(STATUS "Building: ${built}${leftOut}")
 endif()
 
-# The warnings that this project's own directories are held to; nothing of it reaches a consumer.
+# Warnings for this project's own directories only; they do not reach a consumer.
 set(testcommandlineparser_warnings -Wall -Wextra -Wpedantic)
 if(TESTCOMMANDLINEPARSER_STRICT)
   list(APPEND testcommandlineparser_warnings -Werror)

@@ -95,109 +95,99 @@ struct TestRunInformation {
     std::string bit;                   ///< -bit; not reachable through the C interface
 };
 
-/// The known option names and the scanner of token lists: it decides which tokens are options, which
-/// are values and which are positional arguments, and answers the queries of the parser that holds it.
-/// It is declared here only because the parser holds one by value: its functions are not exported, and
-/// a test program reaches the results through OrvexTestCommandLineParser.
-///
-/// Every operation takes an option name with or without its dashes: `o`, `-o` and `--o` are the same
-/// option. Names are compared byte by byte. Scans only add; nothing is ever removed. No operation
-/// reads or writes an environment variable. Running out of memory throws std::bad_alloc, except in isNumber.
+// The registered option names, and what scans of token lists have found. Declared here only because the
+// parser holds one by value: it is not exported, and test programs use OrvexTestCommandLineParser instead.
+// Part of its interface is given rather than needed here: getValue, trimLeadingDashes, isNumber and all modes
+// but UnknownAsFlag.
+//
+// Option names are passed with or without dashes (`o`, `-o` and `--o` are the same) and compared byte by
+// byte. Scans only add; nothing is ever removed. References stay valid for the registry's lifetime, but a
+// scan may change what they refer to. No function reads or writes an environment variable. Running out of
+// memory throws std::bad_alloc, except in isNumber.
 class OptionRegistry {
 public:
-    /// Bits of the mode word, which varies the grammar.
+    // Bits of the mode word.
     enum Mode : std::uint32_t {
-        /// An unregistered option takes no value from the next token, which is an argument of its own.
-        /// This holds whenever UnknownTakesValue is clear; the bit only gives the plain mode a name.
+        // An unregistered option takes no value from the next token. This holds whenever UnknownTakesValue is
+        // clear; no code tests this bit.
         UnknownAsFlag = 1,
-        /// An unregistered option takes a following token that is not an option as its value.
+        // An unregistered option takes the next token as its value, unless that is an option.
         UnknownTakesValue = 2,
-        /// "name=value" is not split: the whole text is the name.
+        // "name=value" is not split: all of it is the name.
         NoInlineValue = 4,
-        /// "-abc" is the flags a, b and c, unless "abc" was registered by addValueOptions. The last
-        /// letter takes a value if it was itself registered so.
+        // "-abc" is the flags a, b and c, unless abc is registered by addValueOptions. If the last letter is
+        // registered so, it takes a value.
         GroupedShortFlags = 8
     };
 
-    /// The name of an option in a query. It refers to the string that it is made of.
+    // An option name. Non-owning: a view of the caller's string.
     struct Name {
-        /// name: zero-terminated, not null
         Name(const char* name) : begin(name), size(std::char_traits<char>::length(name)) {}
-        /// name: taken whole, zero bytes included
         Name(const std::string& name) : begin(name.data()), size(name.size()) {}
         Name(const char* begin, std::size_t size) : begin(begin), size(size) {}
 
-        const char* begin;  ///< the first byte, dashes included
-        std::size_t size;   ///< in bytes
+        const char* begin;  // not null; need not be NUL-terminated
+        std::size_t size;   // in bytes
     };
 
-    /// mode: any combination of the Mode bits. Nothing is registered, and nothing has been scanned yet.
+    // mode: any combination of the Mode bits.
     explicit OptionRegistry(std::uint32_t mode);
 
-    /// Registers options that take a value and keep the last one given.
-    /// - names: zero-terminated strings, not null, copied. A name registered twice counts once.
+    // Registers options that take a value; if one is repeated, the last value wins.
+    // names: NUL-terminated strings, not null, copied. Registering a name twice has no effect.
     void addValueOptions(std::initializer_list<const char*> names);
 
-    /// Registers options that take a value and keep every one given, in order. As addValueOptions.
+    // Registers options whose values accumulate, in order. names: as above.
     void addMultiValueOptions(std::initializer_list<const char*> names);
 
-    /// Scans argv[0] to argv[argc - 1] as parseTokens does.
-    /// - argc: 0 or more.
-    /// - argv: at least argc pointers to NUL-terminated strings, none null and none inside a string of this
-    ///     registry. They are copied.
+    // Scans argv[0] to argv[argc - 1] as parseTokens does. argc: 0 or more. argv: at least argc
+    // NUL-terminated strings, copied, none of them null or inside a string of this registry.
     void parseArgv(int argc, const char* const* argv);
 
-    /// Scans a token list and adds what it finds to what earlier scans left.
-    /// - tokens: the program name and then the arguments, copied; not a list of this registry. A program
-    ///     name that does not look like an option is the first positional argument; it is dropped when
-    ///     there is one already.
+    // Scans a token list: the program name, then the arguments. It is copied and must not be a list of this
+    // registry. If an earlier scan has found a positional argument, the program name is dropped.
     void parseTokens(const std::vector<std::string>& tokens);
 
-    /// Whether the option was given without a value. An option given with one does not count.
+    // Whether the option was given without a value.
     bool hasOption(Name name) const;
 
-    /// A stream over the option's value: the last one, or all values of a multi-value option joined by
-    /// one blank (an empty string when there are none). For an option without a value, an empty stream
-    /// that has already failed.
+    // A stream over the last value; over all values joined by one space, for a multi-value option (which may
+    // have none). If there is no value, the stream is empty and has already failed.
     std::istringstream getValue(Name name) const;
 
-    /// The last value of an option that is not a multi-value option; an empty string when there is none.
-    /// Valid as long as the registry; a scan may change it.
+    // The last value of an option that is not a multi-value option, or an empty string.
     const std::string& getSingleValue(Name name) const;
 
-    /// All values of a multi-value option with the separator between them; empty when there are none.
+    // All values of a multi-value option with the separator in between, or an empty string.
     std::string getJoinedValues(Name name, const std::string& separator) const;
 
-    /// The positional argument at the index, which counts from 0, the program name; an empty
-    /// string when the index is out of range. Valid until the next scan.
+    // The positional argument at the index (0 is the program name), valid until the next scan; an empty
+    // string if the index is out of range.
     const std::string& getPositional(std::size_t index) const;
 
-    /// All positional arguments in scan order. Valid as long as the registry; a scan adds to the list.
+    // All positional arguments in scan order.
     const std::vector<std::string>& getPositionals() const;
 
-    /// The string without its leading dashes; unchanged when it holds nothing but dashes.
+    // The string without its leading dashes; unchanged if it holds nothing but dashes.
     static std::string trimLeadingDashes(const std::string& text);
 
-    /// Whether formatted extraction in the classic locale reads a double from the start of the token.
-    /// An exception during the extraction, running out of memory included, means no.
+    // Whether formatted extraction in the classic locale reads a double from the start of the token. Any
+    // exception during the extraction, std::bad_alloc included, means no.
     static bool isNumber(const std::string& token);
 
-    /// Whether the token begins with a dash and is not a number.
+    // Whether the token begins with a dash and is not a number.
     static bool isOptionToken(const std::string& token);
 
-    bool isValueOption(Name name) const;       ///< registered by addValueOptions
-    bool isMultiValueOption(Name name) const;  ///< registered by addMultiValueOptions
-    bool hasMode(std::uint32_t bit) const;     ///< whether the mode word has the bit
+    bool isValueOption(Name name) const;       // registered by addValueOptions
+    bool isMultiValueOption(Name name) const;  // registered by addMultiValueOptions
+    bool hasMode(std::uint32_t bit) const;     // whether the mode word has the bit
 
 private:
-    // What follows is not part of the interface. It is here because the parser holds a registry by value,
-    // so that a program must know the size of both.
     class Store;
 
-    // Shorter names come first: names differ in length more often than not, and then no byte is read.
-    // Being transparent, it compares a stored name with any other form of string without copying it.
+    // Shorter names first: lengths usually differ, so most comparisons touch no bytes.
     struct NameOrder {
-        using is_transparent = void;
+        using is_transparent = void;  // lookups need no std::string
 
         template <typename Left, typename Right>
         bool operator()(const Left& left, const Right& right) const {
@@ -257,8 +247,8 @@ public:
     ///     SDK's directory: it is not found
     ///     memory runs out                    what came before; the step it interrupts may be half done
     ///
-    /// Three failures are ignored: a variable from GENICAM_GENTL64_PATH on that cannot be set, no memory to
-    /// expand that path (its references stay as they are), and an exception inside OptionRegistry::isNumber.
+    /// Two failures are ignored: a variable from GENICAM_GENTL64_PATH on that cannot be set, and running out
+    /// of memory while that path is expanded (its references stay as they are) or a number is read.
     ///
     /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and, for
     /// GENICAM_GENTL64_PATH, its old value, which is not expanded, and variables that the SDK's directory
@@ -301,7 +291,7 @@ public:
     /// Parses wide arguments: converts them to UTF-8 and hands them to the narrow Parse.
     ///
     /// - argc: as above; a negative one gives false.
-    /// - argv: argc pointers to zero-terminated strings of UTF-32 code points. Surrogates are converted
+    /// - argv: argc pointers to NUL-terminated strings of UTF-32 code points. Surrogates are converted
     ///     like any other code point. Read during the call only.
     /// - Result: that of the narrow Parse; false with nothing parsed when argv is null and argc is
     ///     positive, when an argument is null, when a code point lies above 0x10FFFF, or when the UTF-8
@@ -310,7 +300,7 @@ public:
     /// - Environment: as the narrow Parse.
     bool Parse(int argc, wchar_t** argv);
 
-    /// Parses a block of argc zero-terminated strings that stand directly one after another.
+    /// Parses a block of argc NUL-terminated strings, stored one directly after another.
     ///
     /// - argc: as above; a negative one gives false.
     /// - args: the first byte of the block; not null unless argc is 0. What follows the last string
@@ -326,14 +316,15 @@ public:
     ///
     /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind
     /// inside them is an ordinary byte, what touches them belongs to the same argument, and an empty pair
-    /// is an empty argument. A backslash, inside quotes or not, makes the next byte an ordinary one; as
-    /// the last byte it stands for itself.
+    /// is an empty argument. A backslash, inside quotes or not, makes the next byte literal; a trailing
+    /// backslash is literal itself.
     ///
     /// - variableName: the variable to read. Null or empty: nothing happens.
-    /// - programName: a zero-terminated string, not null, which takes the place of argv[0].
+    /// - programName: a NUL-terminated string, not null, which takes the place of argv[0].
     /// - Errors: throws std::runtime_error, with nothing scanned, for an unterminated quote, and
-    ///     std::bad_alloc when memory runs out, except in OptionRegistry::isNumber.
-    /// - Reads the named variable; an undefined or blank one adds nothing. Writes none.
+    ///     std::bad_alloc when memory runs out, except while a number such as "-5" is read.
+    /// - Reads the named variable; one that is undefined, empty or only spaces and tabs adds nothing. Writes
+    /// none.
     void ParseArgsFromEnvironmentVariable(const char* variableName, const char* programName);
 
     /// The program name: the first argument ever scanned that is neither an option nor the value of one.
@@ -369,8 +360,8 @@ public:
     /// The name of the report file of the test data collector, -tdc_dxml.
     const std::string& getTdcDravikXmlFilename() const noexcept;
 
-    /// The usage text: several lines, without a line end after the last.
-    /// - applicationName: the program name at its head, copied whole, zero bytes included; if it is empty,
+    /// The usage text: several lines, without a line feed after the last.
+    /// - applicationName: the program name at its head, copied whole, NULs included; if it is empty,
     ///     getApplicationName() is used.
     /// - Errors: throws std::bad_alloc when memory runs out.
     std::string getHelpMessage(const std::string& applicationName) const;

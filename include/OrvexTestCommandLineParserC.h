@@ -1,8 +1,8 @@
 /** @file
  * The command line of an Orvex test program, for C and for languages that call C.
  *
- * All functions work on one parser, which lives in the process: the first call that needs it creates
- * it, also when several threads make that call at once, and it is destroyed when the process exits.
+ * All functions work on one parser for the whole process. The first call that needs it creates it, even
+ * if several threads make that call at once, and an exit handler destroys it.
  * It is an OrvexTestCommandLineParser; OrvexTestCommandLineParser.h says in full what a parse does,
  * which environment variables it reads and writes, and when it fails.
  *
@@ -15,13 +15,13 @@
  *
  * Conventions:
  * - A function that returns int returns 1 for success or yes and 0 for failure or no.
- * - A string that a function returns belongs to the parser: it is zero-terminated, never null, and must
+ * - A string that a function returns belongs to the parser: it is NUL-terminated, never null, and must
  *   be neither changed nor freed. It is valid until the next parse, and not after exit handlers have
  *   begun to run or the library has been unloaded. It is empty until a parse has filled it.
- * - The parser is destroyed by an exit handler. Call no function from an exit handler or a destructor of
- *   a static object that may run later than that one, nor after dlclose.
+ * - Call no function after the parser is destroyed: not from an exit handler or a destructor of a static
+ *   object that may run later, nor after dlclose.
  * - Parse before other threads start. Apart from the creation of the parser, nothing is locked.
- * - Memory exhaustion outside the parse itself leaves a function as a C++ exception. If it strikes
+ * - Outside the parse itself, running out of memory leaves a function as a C++ exception. If that happens
  *   while the parser is created, the next call tries again.
  * - Only the two parse functions read or write environment variables. A runtime that keeps a copy of the
  *   environment (Python's os.environ, Go's os.Getenv) does not see what they set; child processes do,
@@ -49,7 +49,7 @@ extern "C" {
 
 /** Parses the command line and the arguments in ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`.
  * - argc: the number of arguments, the program name included; with 0 nothing happens and 1 is returned.
- * - argv: argc zero-terminated strings, none null; read during the call only.
+ * - argv: argc NUL-terminated strings, none null; read during the call only.
  * - Result: 1; or 0 when the arguments are bad, when a variable up to TEST_PROPERTIES cannot be set, when
  *     the SDK's directory is needed and not found, or when memory runs out. What was done up to the failure
  *     is kept. A failure to set a later variable is ignored. */
@@ -85,8 +85,8 @@ ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetHelpRequ
  *     OrvexTestCommandLineParser_GetApplicationName returns.
  * - buffer: where the text goes, or null.
  * - bufferSize: the size of the buffer in bytes.
- * - Result: with a buffer large enough for the text and its terminating zero, the length of the text
- *     without the zero. Otherwise nothing is written, and the result is the size needed, which is one
+ * - Result: with a buffer large enough for the text and its terminator, the length of the text without
+ *     the terminator. Otherwise nothing is written, and the result is the size needed, which is one
  *     more than that length.
  *
  * For example:
@@ -101,7 +101,7 @@ OrvexTestCommandLineParser_GetHelpMessage(const char* applicationName, char* buf
 
 /** Copies what is known about the test run.
  * - buffer: ORVEX_TEST_RUN_INFORMATION_SIZE writable bytes, which become sixteen slots of
- *     ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE bytes: a zero-terminated string each, and zeros up to the end
+ *     ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE bytes: a NUL-terminated string each, and zeros up to the end
  *     of the slot. In order: group, session identifier, run name, run description, product, "0", user
  *     identifier, revision, branch, revision again, branch again, computer name, operating system,
  *     transport layers, report file, test name. All, "0" included, are empty until a parse has filled them.

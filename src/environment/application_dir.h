@@ -1,4 +1,4 @@
-// The directory that the SDK is installed in.
+// Finds the directory that the SDK is installed in.
 
 #ifndef ORVEX_APPLICATION_DIR_H
 #define ORVEX_APPLICATION_DIR_H
@@ -7,8 +7,7 @@
 
 namespace orvex {
 
-// Implements OrvexTestCommandLineParser::getApplicationDir, whose declaration says what it returns and
-// throws.
+// Implements OrvexTestCommandLineParser::getApplicationDir; see there.
 std::string getApplicationDir();
 
 }  // namespace orvex

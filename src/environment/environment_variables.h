@@ -1,4 +1,4 @@
-// Reading and setting environment variables.
+// Reads and sets environment variables.
 
 #ifndef ORVEX_ENVIRONMENT_VARIABLES_H
 #define ORVEX_ENVIRONMENT_VARIABLES_H
@@ -7,12 +7,12 @@
 
 namespace orvex {
 
-// Reads the variable into value. False, with value untouched, when it is not defined; a variable that
-// is defined but empty counts as defined. name: not null.
+// Reads the variable into value. Returns false, leaving value unchanged, if it is undefined; an empty
+// variable is defined. name: not null.
 bool getEnvironmentVariable(const char* name, std::string& value);
 
-// Sets the variable, replacing what it held; value ends at its first zero byte. False when the
-// environment refuses. name: not null.
+// Sets the variable, replacing its old value; the new one ends at its first NUL. Returns false if setenv
+// fails. name: not null.
 bool setEnvironmentVariable(const char* name, const std::string& value);
 
 }  // namespace orvex

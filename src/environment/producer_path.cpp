@@ -8,14 +8,15 @@
 namespace orvex {
 
 void exportProducerPath(const std::string& tlList) {
-    // Not a comparison of entries: DravikGTCx and DravikGigE:DravikGTC ask for the producers as well.
+    // A substring match on purpose: DravikGTCx and DravikGigE:DravikGTC match too.
     if (tlList.find("DravikGTC") == std::string::npos) {
         return;
     }
     const std::string libraries = getApplicationDir() + "/Frameworks/orvex.framework/Libraries";
     std::string path =
         libraries + "/gentlproducer/gtl:" + libraries + "/orvexCXP/bin:$(GENICAM_GENTL64_PATH)";
-    // The path is expanded as a whole and holds the directory twice: a "%" in its name pairs with its copy.
+    // The directory itself is expanded too, and occurs twice: a single "%" in it pairs with the one in the
+    // second copy.
     expandEnvironmentReferences(path);
     setEnvironmentVariable("GENICAM_GENTL64_PATH", path);
 }

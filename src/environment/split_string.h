@@ -1,4 +1,4 @@
-// Splitting a string at a delimiter.
+// Splits a string at a delimiter.
 
 #ifndef ORVEX_SPLIT_STRING_H
 #define ORVEX_SPLIT_STRING_H
@@ -8,9 +8,9 @@
 
 namespace orvex {
 
-// Appends the parts of the text between the delimiters to parts, which is never cleared. Leading and
-// doubled delimiters give empty parts, a trailing one gives no empty last part. False, with nothing
-// appended, when the text is null or empty or the delimiter is the zero byte.
+// Appends the parts of the text between the delimiters to parts, which is never cleared. Leading and doubled
+// delimiters give empty parts; a trailing one gives no empty last part. Returns false, appending nothing, if
+// the text is null or empty or the delimiter is NUL.
 bool splitString(const char* text, char delimiter, std::vector<std::string>& parts);
 
 }  // namespace orvex

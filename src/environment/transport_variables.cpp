@@ -47,7 +47,7 @@ std::string composeDeviceFilter(const std::set<std::string>& classes) {
     return filter;
 }
 
-// Not isdigit, which consults the locale.
+// isdigit depends on the locale.
 bool startsWithDigit(const std::string& text) {
     return text[0] >= '0' && text[0] <= '9';
 }

@@ -17,7 +17,7 @@ namespace {
 using orvex::Finding;
 using orvex::withoutLeadingDashes;
 
-// Registered names are few: a linear search costs less than a tree, which must also be built.
+// With so few names, a linear search costs less than building a tree.
 void registerNames(std::initializer_list<const char*> names, std::vector<std::string>& list) {
     list.reserve(list.size() + names.size());
     for (const char* name : names) {

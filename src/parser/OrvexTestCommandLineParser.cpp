@@ -21,8 +21,8 @@ constexpr const char* helpSwitches[] = {"?", "h", "H", "help"};
 }  // namespace
 
 OrvexTestCommandLineParser::OrvexTestCommandLineParser() : options(OptionRegistry::UnknownAsFlag) {
-    // The help and wait switches are not registered: that is what makes them flags. Neither is
-    // tdc_variant, which can only be given as name=value.
+    // The help and wait switches must stay unregistered to be flags. tdc_variant stays unregistered, too:
+    // it is accepted only as name=value.
     options.addValueOptions({"camemu", "o", "packetdelay", "packetsize", "socketbuffer", "x", "testname",
                              "pcname", "osname", "ostype", "bit"});
     options.addMultiValueOptions({"tl", "p"});

@@ -1,4 +1,4 @@
-// Splitting the text of an argument variable into arguments.
+// Splits the value of an argument variable into arguments.
 
 #ifndef ORVEX_ARGUMENT_TOKENIZER_H
 #define ORVEX_ARGUMENT_TOKENIZER_H
@@ -9,8 +9,8 @@
 namespace orvex {
 
 // Replaces tokens with the arguments in the text: spaces and tabs separate, both kinds of quotes group, and
-// a backslash takes the next byte literally. Throws std::runtime_error, with tokens as they were, when
-// a quote is not closed.
+// a backslash makes the next byte literal. Throws std::runtime_error for an unterminated quote; tokens are
+// unchanged then.
 void splitArgumentString(const std::string& text, std::vector<std::string>& tokens);
 
 }  // namespace orvex

@@ -3,7 +3,7 @@
 
 namespace {
 
-// Fixed byte for byte; what looks like a slip is kept on purpose.
+// Fixed byte for byte; apparent slips are intentional.
 constexpr char usage[] =
     "[-?] [-camemu n] [-o filename] [-p <property=value>...] [-packetdelay n] [-packetsize <n>] "
     "[-socketbuffer <n>] [-tl <deviceclass>...] [-w] [-x <filename>] [<testpath>...]\n"

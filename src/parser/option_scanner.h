@@ -1,4 +1,4 @@
-// The scan of a token list: which tokens are options, which are values, and which are positional arguments.
+// Classifies the tokens of a list as options, values and positional arguments.
 
 #ifndef ORVEX_OPTION_SCANNER_H
 #define ORVEX_OPTION_SCANNER_H
@@ -11,14 +11,14 @@
 
 namespace orvex {
 
-// The string without its leading dashes; unchanged when it holds nothing but dashes.
+// The string without its leading dashes; unchanged if it holds nothing but dashes.
 inline std::string_view withoutLeadingDashes(std::string_view text) {
     const std::size_t start = text.find_first_not_of('-');
     return start == std::string_view::npos ? text : text.substr(start);
 }
 
 // Whether formatted extraction in the classic locale reads a double from the start of the token. The stream
-// takes any exception during the extraction for a failure, so that running out of memory means no.
+// turns any exception during the extraction into a failure, so running out of memory means no.
 bool isNumber(std::string_view token);
 
 // Whether the token begins with a dash and is not a number.
@@ -66,7 +66,7 @@ public:
     }
 
 private:
-    // Leaves index behind the option and its value.
+    // Advances index past the option and its value.
     void scanOption(std::string_view token) {
         const std::size_t first = index++;
         std::string_view name = withoutLeadingDashes(token);
@@ -92,7 +92,7 @@ private:
         }
     }
 
-    // Returns the last letter if it is an option that takes a value, else nothing.
+    // Returns the last letter if it is an option that takes a value, otherwise an empty string.
     std::string_view takeGroupedFlags(std::string_view letters, std::size_t first) {
         std::string_view valueLetter = letters.substr(letters.size() - 1);
         if (isValueOption(valueLetter)) {
@@ -121,7 +121,7 @@ private:
     std::size_t index = 0;
 };
 
-// Hands each Finding to the sink, a function, in order. The first token is the program name.
+// Calls the sink with each Finding, in order. The first token is the program name.
 // grammar: the registered names and the mode.
 // hasProgramName: whether an earlier scan has found a positional argument, so that this program name is
 // dropped.

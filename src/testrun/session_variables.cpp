@@ -12,21 +12,21 @@ struct SessionVariable {
     const char* variable;
 };
 
-// In the order in which the variables are set.
+// In the order in which they are set.
 constexpr SessionVariable sessionVariables[] = {
     {"tdc_guid", "TEST_SESSION_GUID"},
     {"tdc_runname", "TEST_SESSION_NAME"},
     {"tdc_rundescription", "TEST_SESSION_DESCRIPTION"},
     {"tdc_group", "TEST_SESSION_GROUP"},
     {"tdc_product", "TEST_PRODUCT"},
-    // Not a registered option: it has a value only when it is given as "tdc_variant=value".
+    // Not a registered option: only -tdc_variant=VALUE gives it a value.
     {"tdc_variant", "TEST_PRODUCT_VARIANT"},
     {"tdc_userid", "USER_UID"},
     {"tdc_vcsrevision", "VCS_REVISION"},
     {"tdc_vcsbranch", "VCS_BRANCH"},
 };
 
-// Unlike for the transport variables, a failure to set one does not end the parse.
+// Unlike for the transport variables, a failure to set a variable is ignored.
 void exportIgnoringFailure(const char* name, const std::string& value) {
     if (!value.empty()) {
         setEnvironmentVariable(name, value);

@@ -1,4 +1,4 @@
-// The variables that describe the test session to later code and to child processes.
+// Sets the variables that describe the test session to later code and to child processes.
 
 #ifndef ORVEX_SESSION_VARIABLES_H
 #define ORVEX_SESSION_VARIABLES_H
@@ -7,8 +7,7 @@
 
 namespace orvex {
 
-// Sets the variable of each reporting option, and that of -tl, if it has a value. All others stay as they
-// are, and a failure to set one is ignored.
+// Sets the variable of each reporting option, and that of -tl, if the option has a value. Ignores failures.
 void exportSessionVariables(const OptionRegistry& options);
 
 }  // namespace orvex

@@ -10,7 +10,7 @@ struct FieldSource {
     std::string TestRunInformation::*field;
 };
 
-// In the order in which the fields are assigned.
+// In the order in which they are assigned.
 constexpr FieldSource fieldSources[] = {
     {"tdc_guid", &TestRunInformation::guid},
     {"tdc_runname", &TestRunInformation::runName},

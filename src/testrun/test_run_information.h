@@ -1,4 +1,4 @@
-// The record of what is known about the test run.
+// Fills the test-run record.
 
 #ifndef ORVEX_TEST_RUN_INFORMATION_H
 #define ORVEX_TEST_RUN_INFORMATION_H
@@ -9,8 +9,8 @@
 
 namespace orvex {
 
-// Resets the fields that have a fixed start value and fills those whose options have a value; all
-// others keep what they held. tlList: all -tl values, joined by ",".
+// Resets the fields that have a fixed start value and fills those whose options have a value; the others are
+// unchanged. tlList: all -tl values, joined by ",".
 void fillTestRunInformation(const OptionRegistry& options, const std::string& tlList,
                             TestRunInformation& information);
 
