@@ -22,9 +22,9 @@ std::wstring codePoint(unsigned value) {
     return std::wstring(1, static_cast<wchar_t>(value));
 }
 
-class EntryForms : public ParserTest {
+class ParseOverloads : public ParserTest {
 protected:
-    EntryForms() {
+    ParseOverloads() {
         set("ORVEX_TEST_ARGS", "-x fromVariable");
         before = readEnvironment();
     }
@@ -53,8 +53,8 @@ protected:
     Environment before;
 };
 
-using WideForm = EntryForms;
-using PackedForm = EntryForms;
+using WideForm = ParseOverloads;
+using PackedForm = ParseOverloads;
 
 TEST_F(WideForm, ParsesAsTheNarrowForm) {
     EXPECT_TRUE(parseWide({L"mytest", L"-o", L"out.xml", L"-tl", L"A", L"-tl=B", L"-w", L"Suite", L""}));
