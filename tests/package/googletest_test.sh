@@ -2,7 +2,7 @@
 # A program like the installed camera_suite example can be used with CMake's test discovery, with GoogleTest's own
 # flags and in shards.
 source "$(dirname "$0")/package.sh"
-unset "${!GTEST_@}"
+unset GTEST_FILTER GTEST_OUTPUT GTEST_TOTAL_SHARDS GTEST_SHARD_INDEX
 
 good_arguments='-tl DravikGigE:SocketDriver -socketbuffer 2048'
 all_tests='DeathTest.StartsTheProgramAgain
