@@ -60,7 +60,7 @@ is_installed() {
 # The name of a Debian package on this platform; nothing for what comes with another package.
 package_name() {
     case $platform/$1 in
-        Darwin/g++ | Darwin/libgmock-dev) ;;
+        Darwin/g++ | Darwin/libgmock-dev | Darwin/dpkg-dev | Darwin/file) ;;
         Darwin/libfmt-dev) echo fmt ;;
         Darwin/libgtest-dev) echo googletest ;;
         Darwin/ninja-build) echo ninja ;;
