@@ -30,9 +30,22 @@ file(RELATIVE_PATH pkgconfig_to_prefix
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
 list(TRANSFORM testcommandlineparser_definitions PREPEND " -D" OUTPUT_VARIABLE pkgconfig_definitions)
-configure_file(${PROJECT_SOURCE_DIR}/cmake/testcommandlineparser.pc.in testcommandlineparser.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparser.pc
+configure_file(${PROJECT_SOURCE_DIR}/cmake/testcommandlineparser.pc.in testcommandlineparser.pc.in @ONLY)
+# The name of the library can differ between configurations.
+file(GENERATE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/pkgconfig/$<CONFIG>/testcommandlineparser.pc
+  INPUT ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparser.pc.in)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/pkgconfig/$<CONFIG>/testcommandlineparser.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+# These two do not move, and pkg-config leaves out directories that the compiler searches anyway only under their own
+# names. The prefix of the installation decides: it can differ from the configured one.
+install(CODE "
+  if(CMAKE_INSTALL_PREFIX MATCHES \"^/usr(/local)?$\")
+    set(file \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig/testcommandlineparser.pc\")
+    file(READ \"\${file}\" text)
+    string(REGEX REPLACE \"^prefix=[^\\n]*\" \"prefix=\${CMAKE_INSTALL_PREFIX}\" text \"\${text}\")
+    file(WRITE \"\${file}\" \"\${text}\")
+  endif()"
+  COMPONENT development)
 
 install(FILES
   ${PROJECT_SOURCE_DIR}/examples/c_client.c

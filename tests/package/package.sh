@@ -45,6 +45,13 @@ install_moved() {
     mv "$work/first" "$prefix"
 }
 
+# Makes the packages in the directory $packages. make_packages GENERATOR
+make_packages() {
+    packages=$work/packages
+    quietly cpack -G "$1" --config "$PACKAGE_BUILD/CPackConfig.cmake" ${PACKAGE_CONFIG:+-C "$PACKAGE_CONFIG"} -B "$packages"
+    rm -r "$packages/_CPack_Packages"
+}
+
 # Configures and builds an outside project in the directory $built. build_project SOURCE [CMAKE OPTION...]
 build_project() {
     local source=$1

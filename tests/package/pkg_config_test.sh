@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Outside programs that are held to strict warnings are compiled and linked with what pkg-config says
-# about the package after its prefix has moved.
+# Outside programs that are held to strict warnings are compiled and linked with what pkg-config says about the package
+# after its prefix has moved, and run where only the runtime component is installed.
 source "$(dirname "$0")/package.sh"
 
 install_moved
@@ -13,6 +13,12 @@ expect_equal 'the prefix moves with the package' "$prefix" \
 warnings='-Wall -Wextra -pedantic -Werror'
 compile_flags=$(pkg-config --cflags testcommandlineparser)
 link_flags="$(pkg-config --libs testcommandlineparser) -Wl,-rpath,$prefix/$PACKAGE_LIBDIR"
+
+# expect_valid DIRECTORY: of the pkg-config file
+expect_valid() {
+    [ -z "$(PKG_CONFIG_LIBDIR=$1 pkg-config --validate testcommandlineparser 2>&1)" ] || fail "the file in $1 is valid"
+}
+expect_valid "$PKG_CONFIG_LIBDIR"
 
 # The flags are lists of words. compile COMPILER AND FLAGS...
 compile() {
@@ -31,3 +37,24 @@ done
 # The C header is for C++ programs, too.
 compile "$CXX" ${CXXFLAGS:-} -std=c++11 -x c++ "$consumers/main.c" -x none -o "$work/c_header_in_cpp"
 expect_consumer_works "$work/c_header_in_cpp"
+
+rm -r "$prefix"
+install_to "$prefix" --component runtime
+for program in c99 c11 c++11 c++20 c_header_in_cpp; do
+    expect_consumer_works "$work/$program"
+done
+
+# The two prefixes that do not move are written as they are, whichever one the build was configured with. The compiler
+# searches the directories of /usr anyway.
+# flags_in PREFIX OPTION...
+flags_in() {
+    PKG_CONFIG_LIBDIR=$work/root$1/$PACKAGE_LIBDIR/pkgconfig pkg-config "${@:2}" testcommandlineparser | xargs
+}
+for prefix in /usr /usr/local; do
+    DESTDIR=$work/root install_to "$prefix"
+    expect_valid "$work/root$prefix/$PACKAGE_LIBDIR/pkgconfig"
+    expect_equal "the prefix $prefix is written as it is" "$prefix" "$(flags_in "$prefix" --variable=prefix)"
+    expect_equal "the headers of $prefix" "$prefix/$PACKAGE_INCLUDEDIR" "$(flags_in "$prefix" --variable=includedir)"
+    expect_equal "the libraries of $prefix" "$prefix/$PACKAGE_LIBDIR" "$(flags_in "$prefix" --variable=libdir)"
+done
+expect_equal 'no directory of /usr is named' '-ltestcommandlineparser' "$(flags_in /usr --cflags-only-I --libs)"

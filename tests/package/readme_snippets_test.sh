@@ -30,6 +30,9 @@ cd "$project"
 sed "s|PREFIX/lib|$prefix/$PACKAGE_LIBDIR|" pkg_config.sh >pkg_config_here.sh
 quietly source ./pkg_config_here.sh
 
+# The programs run without what only builds them.
+rm -r "$prefix"
+install_to "$prefix" --component runtime
 for program in "$built/camera_test" "$built/camera_test_c" "$project/camera_test"; do
     expect_equal "$program runs the test paths" 'running TestSuiteUsb' "$("$program" -tl DravikUsb TestSuiteUsb)"
     if "$program" -packetsize large >"$work/output"; then

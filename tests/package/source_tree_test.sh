@@ -16,3 +16,4 @@ fi
 if grep '"command":.*main\.cpp' "$commands" | grep -e ' -W[a-z]'; then
     fail 'the outer project has no warnings set'
 fi
+[ ! -e "$built/CPackConfig.cmake" ] || fail 'the outer project makes its own packages'
