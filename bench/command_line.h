@@ -1,4 +1,4 @@
-// The command line that every parser of the comparison is given, and the options that it may hold.
+// The command line that every parser in the comparison parses, and its options.
 
 #ifndef ORVEX_BENCH_COMMAND_LINE_H
 #define ORVEX_BENCH_COMMAND_LINE_H
@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-// The options that take one value, of several the last. Besides these there are "tl" and "p", which take
-// several values, and "w", which takes none.
+// The options that take a value; the last one wins. In addition, the values of "tl" and "p" accumulate, and
+// "w" is a flag.
 constexpr const char* valueOptions[] = {"o",
                                         "x",
                                         "camemu",
@@ -29,27 +29,26 @@ constexpr const char* valueOptions[] = {"o",
                                         "tdc_vcsbranch",
                                         "tdc_vcsrevision"};
 
-// How an option of more than one letter is joined with its value.
-enum class Form { Separate, Joined };  // "--name value", "--name=value"
+enum class Form { NameValue, NameEqualsValue };  // "--name value", "--name=value"
 
 constexpr int argumentCount = 25;
 
 // An argument vector that a parser may permute, as getopt_long does. argv()[argc()] is null.
 class CommandLine {
 public:
-    explicit CommandLine(std::vector<std::string> list);
+    explicit CommandLine(std::vector<std::string> arguments);
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
 
     int argc() const {
-        return static_cast<int>(texts.size());
+        return static_cast<int>(strings.size());
     }
     char** argv() {
         return pointers.data();
     }
 
 private:
-    std::vector<std::string> texts;
+    std::vector<std::string> strings;
     std::vector<char*> pointers;
 };
 

@@ -1,4 +1,4 @@
-// What every parser of the comparison is made into: one benchmark for each form of the command line.
+// Makes benchmarks of each parser in the comparison.
 
 #ifndef ORVEX_BENCH_PEER_H
 #define ORVEX_BENCH_PEER_H
@@ -10,14 +10,14 @@
 #include <string>
 #include <vector>
 
-// How much of the command line a parser has found.
+// How much of the command line a parser found.
 struct Found {
     std::size_t transportLayers = 0;
     std::size_t testPaths = 0;
     bool wait = false;
 };
 
-// What a parser that stores into variables is given.
+// For parsers that store into variables.
 struct Variables {
     std::string values[std::size(valueOptions)];  // in the order of valueOptions
     std::vector<std::string> transportLayers;
@@ -30,17 +30,18 @@ struct Variables {
     }
 };
 
-// Parses the command line once, its own construction and destruction included.
+// Parses the command line once, including construction and destruction of the parser.
 using ParseOnce = Found (*)(int argc, char** argv);
 
-// Registers the benchmarks of a parser: for each form, or for the only one that it knows. Called while
-// the program starts, so that CMake alone decides which peers take part.
-// transportLayers: how many of the two -tl the parser is able to keep. Before it is measured, it has to
-// find them and all the rest, since a parser that stops early would look fast.
+// Registers the benchmarks of a parser, for each form of the command line or for the only one that it knows:
+// the bare parse, and the same job as the library's, which is the parse followed by the library's calls of
+// getenv and setenv. Called during static initialisation, so that CMake alone decides which peers take part.
+// transportLayers: how many of the two -tl the parser can keep. The benchmark fails unless the parser finds
+// them and everything else, since a parser that stops early would look fast.
 bool registerPeer(const char* name, ParseOnce parseOnce, std::size_t transportLayers = 2) noexcept;
 bool registerPeer(const char* name, Form form, ParseOnce parseOnce, std::size_t transportLayers = 2) noexcept;
 
-// The bare parse with getopt_long, which is part of the floor as well.
-Found parseWithGetoptLong(int argc, char** argv);
+// Registers the library, whose parse is the whole job.
+bool registerLibrary(ParseOnce parseOnce) noexcept;
 
 #endif

@@ -13,9 +13,10 @@ PLOTTED = ["arguments/numbers", "arguments/other values", "arguments/test paths"
 
 
 def main(peers, scaling):
-    joined = {name.split("/")[0]: time / 1000 for name, time in medians(peers).items() if name.endswith("/joined")}
+    ending = "/--name=value/job"
+    times = {name.removesuffix(ending): time / 1000 for name, time in medians(peers).items() if name.endswith(ending)}
     print("$peers << END")
-    for name, time in sorted(joined.items(), key=lambda item: -item[1]):
+    for name, time in sorted(times.items(), key=lambda item: -item[1]):
         print(f'"{name}" {time:.1f} {int(name == "library")}')
     print("END\n$scaling << END")
     for name in PLOTTED:

@@ -2,7 +2,7 @@
 
 set terminal svg size 760,320 font "sans-serif,13" background "white" noenhanced
 set output "docs/peers.svg"
-set title "One parse of 25 arguments, microseconds of processor time"
+set title "One parse of 25 arguments, and the same environment calls: microseconds of processor time"
 set border 0
 set lmargin 24
 set rmargin 6

@@ -1,5 +1,5 @@
-// The one path that asks the dynamic loader and the file system: a parse with -tl DravikGTC, beside the
-// two calls alone.
+// The only parse that calls the dynamic loader and the file system: the one with -tl DravikGTC. Compared with
+// the two calls alone.
 
 #include "command_line.h"
 

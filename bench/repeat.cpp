@@ -1,7 +1,7 @@
-// Does one thing a number of times, for tools that count what a process does. The difference between two
-// numbers is the thing itself, without the start of the process.
+// Repeats one thing, for tools that count what a process does. The difference between two runs leaves out the
+// start of the process.
 //
-//     bench_repeat construct|joined|separate TIMES
+//     bench_repeat construct|--name=value|"--name value" TIMES
 
 #include "command_line.h"
 
@@ -15,7 +15,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string what = argv[1];
-    CommandLine commandLine(typicalArguments(what == "separate" ? Form::Separate : Form::Joined));
+    CommandLine commandLine(
+        typicalArguments(what == "--name value" ? Form::NameValue : Form::NameEqualsValue));
     for (long left = std::strtol(argv[2], nullptr, 10); left > 0; --left) {
         OrvexTestCommandLineParser parser;
         if (what != "construct" && !parser.Parse(commandLine.argc(), commandLine.argv())) {

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Prints what Google Benchmark measured as tables.
 
-    report.py peers FILE...     medians, as ratios to getopt_long and to the floor
-    report.py producer FILE     medians, as ratios to the two calls of the platform
+    report.py peers FILE...     medians, and ratios to getopt_long doing the same job
+    report.py producer FILE     medians, and ratios to the two platform calls
     report.py scaling FILE      time and memory for each element of growing inputs
 
 Times are processor times. Tables are in Markdown.
@@ -30,24 +30,28 @@ def table(header, rows):
     print()
 
 
+FORMS = ("--name=value", "--name value")
+
+
 def report_peers(path):
     measured = medians(path)
-    names = sorted({name.split("/")[0] for name in measured}, key=lambda name: form_time(measured, name))
+    names = {name.split("/")[0] for name in measured}
     rows = []
-    for name in names:
+    for name in sorted(names, key=lambda name: min(job_times(measured, name).values())):
         row = [name]
-        for form in ("joined", "separate"):
-            time = measured.get(f"{name}/{form}")
-            if time is None:
-                row += ["", "", ""]
-            else:
-                row += [f"{time:.0f}"] + [f"{time / measured[f'{base}/{form}']:.2f}" for base in ("getopt_long", "floor")]
+        for form in FORMS:
+            parse, job = (measured.get(f"{name}/{form}/{what}") for what in ("parse", "job"))
+            base = measured[f"getopt_long/{form}/job"]
+            row += ["" if time is None else f"{time:.0f}" for time in (parse, job)]
+            row.append("" if job is None else f"{job / base:.2f}")
         rows.append(row)
-    table(["", "joined, ns", "x getopt_long", "x floor", "separate, ns", "x getopt_long", "x floor"], rows)
+    table(["", *(column for form in FORMS for column in (f"`{form}`: parse, ns", "same job, ns", "x getopt_long"))], rows)
 
 
-def form_time(measured, name):
-    return measured.get(f"{name}/joined", measured.get(f"{name}/separate"))
+def job_times(measured, name):
+    """The times of a parser for the same job as the library's, by form."""
+    times = {form: measured.get(f"{name}/{form}/job") for form in FORMS}
+    return {form: time for form, time in times.items() if time is not None}
 
 
 def report_producer(path):
@@ -59,7 +63,7 @@ def report_producer(path):
 def series(path):
     """The runs of each growing benchmark: (size, nanoseconds, input bytes, most bytes used).
 
-    Of several repetitions the fastest counts: whatever else the machine does can only add to the time.
+    The fastest repetition is used: whatever else the machine does can only add to the time.
     """
     fastest = {}
     for row in read(path):

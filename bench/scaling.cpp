@@ -107,7 +107,7 @@ void parseInEnvironment(benchmark::State& state) {
         setenv(name.c_str(), "value", 1);
         inputBytes += name.size() + sizeof("=value") + sizeof(char*);
     }
-    CommandLine commandLine(typicalArguments(Form::Joined));
+    CommandLine commandLine(typicalArguments(Form::NameEqualsValue));
     measure(state, inputBytes, [&] { parse(state, commandLine); });
 }
 

@@ -28,9 +28,7 @@ struct LongOptions {
 
 constexpr LongOptions longOptions;
 
-}  // namespace
-
-Found parseWithGetoptLong(int argc, char** argv) {
+Found parse(int argc, char** argv) {
     const char* values[std::size(valueOptions)] = {};
     const char* transportLayers[argumentCount] = {};
     const char* properties[argumentCount] = {};
@@ -60,6 +58,6 @@ Found parseWithGetoptLong(int argc, char** argv) {
     return found;
 }
 
-namespace {
-[[maybe_unused]] const bool isRegistered = registerPeer("getopt_long", parseWithGetoptLong);
-}
+[[maybe_unused]] const bool isRegistered = registerPeer("getopt_long", parse);
+
+}  // namespace

@@ -3,8 +3,8 @@
 #include <gflags/gflags.h>
 #include <cstddef>
 
-// Its options are variables of the whole process: constructing them is not part of what is measured.
-// Of several values it keeps the last one, so that the lists are not kept.
+// Its options are global variables, so nothing is constructed in the measured parse. It keeps only the last
+// value of an option, so the lists are lost.
 DEFINE_string(o, "", "");
 DEFINE_string(x, "", "");
 DEFINE_string(camemu, "", "");

@@ -24,6 +24,6 @@ Found parse(int argc, char** argv) {
     return {transportLayers.getValue().size(), testPaths.getValue().size(), wait.getValue()};
 }
 
-[[maybe_unused]] const bool isRegistered = registerPeer("TCLAP", Form::Separate, parse);
+[[maybe_unused]] const bool isRegistered = registerPeer("TCLAP", Form::NameValue, parse);
 
 }  // namespace
