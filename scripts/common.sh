@@ -119,6 +119,21 @@ build_preset() {
     with_progress "build/$preset/build.log" cmake --build --preset "$preset" "$@"
 }
 
+# Runs the workflow of a preset: configures, builds and, if it has tests, runs them. run_workflow PRESET
+run_workflow() {
+    local log=build/$1/workflow.log
+    export CTEST_PARALLEL_LEVEL=$jobs
+    if [ -t 2 ]; then
+        step "running the workflow $1"
+        cmake --workflow --preset "$1" >&2
+    else
+        step "running the workflow $1 (log: $log)"
+        mkdir -p "build/$1"
+        cmake --workflow --preset "$1" >"$log" 2>&1 || { show_failures "$log" >&2 && return 1; }
+        grep 'tests passed' "$log" || true
+    fi
+}
+
 # Runs ctest in the build of a preset. run_tests PRESET ARGUMENT...
 run_tests() {
     local log=build/$1/test.log
