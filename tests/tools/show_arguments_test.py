@@ -152,7 +152,7 @@ class Values(unittest.TestCase):
         report = show_json("-o", "b", variables={"ORVEX_TEST_ARGS": "-o a", "_ORVEX_TEST_ARGS_": "-o c"})
         (option,) = report["options"]
         self.assertEqual([(given["value"], given["outcome"], given.get("note")) for given in option["given"]], [
-            ("a", "lost", "to c from _ORVEX_TEST_ARGS_"), ("b", "lost", "to c from _ORVEX_TEST_ARGS_"),
+            ("a", "lost", "to the last value, from _ORVEX_TEST_ARGS_"), ("b", "lost", "to the last value, from _ORVEX_TEST_ARGS_"),
             ("c", "won", None)])
 
     def test_after_a_failure_what_was_not_reached_is_not_used(self):
@@ -198,7 +198,7 @@ class Values(unittest.TestCase):
             "dravikgige:S": "class dravikgige, driver S ignored",
             ":S": 'class "", driver S ignored',
             "A,,B:": "class A, no driver; class B, no driver",
-            "DravikGigE:a,DravikGigE:b": "class DravikGigE, driver a lost to b, the last in byte order; "
+            "DravikGigE:a,DravikGigE:b": "class DravikGigE, driver a lost to the last in byte order; "
                                          "class DravikGigE, driver b taken",
         }
         for value, note in rows.items():
@@ -420,7 +420,7 @@ class Hints(unittest.TestCase):
         ("-tl DravikGigE:S:more", '"more" is ignored: it comes after a driver.', "-tl DravikGigE:S",
          {"ORVEX_GIGE_STREAMPARAMS": "Type=S"}),
         ("-tl DravikGigE:A,DravikGigE:B",
-         'The driver "A" is not used: of several drivers the last in byte order wins, here "B".', None, {}),
+         'The driver "A" is not used: of several drivers the last in byte order wins.', None, {}),
         ("-tl DravikGTCx", '"DravikGTCx" is not the class "DravikGTC", but contains the name. That is enough to set '
          "GENICAM_GENTL64_PATH.", None, {}),
         ("-tl DravikGigE:DravikGTC", '"DravikGigE:DravikGTC" is not the class "DravikGTC", but contains the name. '
@@ -634,7 +634,7 @@ class Terminal(unittest.TestCase):
             "Options": [
                 "  -o         sets outputFilename",
                 "    lost     ORVEX_TEST_ARGS    a",
-                "             to c from command line",
+                "             to the last value, from command line",
                 "    won      command line       c",
                 "  -tdc_guid",
                 '    empty    ORVEX_TEST_ARGS    ""',

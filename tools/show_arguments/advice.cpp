@@ -101,7 +101,7 @@ Advice onlyUsageTextNamesOption(const Place& place) {
         return std::nullopt;
     }
     return replaceName(place, *findOption(option->instead),
-                       fmt::format("\"-{}\" is in the usage text, but nothing reads it. Use \"-{}\".",
+                       fmt::format(R"("-{}" is in the usage text, but nothing reads it. Use "-{}".)",
                                    option->name, option->instead));
 }
 
@@ -157,7 +157,7 @@ Advice optionIsUnknown(const Place& place) {
                        (isFollowed ? fmt::format(" {} became a test path.", inQuotes(path->value)) : "")};
     }
     return replaceName(place, *findOption(suggestion),
-                       fmt::format("{}. Did you mean \"-{}\"?", message, suggestion));
+                       fmt::format(R"({}. Did you mean "-{}"?)", message, suggestion));
 }
 
 Advice equalsSignIsSpaced(const Place& place) {
@@ -176,7 +176,7 @@ Advice equalsSignIsSpaced(const Place& place) {
     if (!isSpaced || !startsWith(text, "=") || !isUsableValue(*option, text.substr(1))) {
         return std::nullopt;
     }
-    return Finding{fmt::format("There must be no space before or after the \"=\" of \"-{}\".", option->name),
+    return Finding{fmt::format(R"(There must be no space before or after the "=" of "-{}".)", option->name),
                    correct(place, *option, text.substr(1)), covered};
 }
 
@@ -186,13 +186,13 @@ Advice valueIsMissing(const Place& place) {
         option->kind == OptionKind::InlineValue) {
         return std::nullopt;
     }
-    const std::string message = fmt::format("\"-{}\" has no value", option->name);
+    const std::string message = fmt::format(R"("-{}" has no value)", option->name);
     const Argument* next = place.next();
     if (next == nullptr) {
         return Finding{message + ": it is the last argument."};
     }
     if (next->option != nullptr) {
-        return Finding{fmt::format("{}: the next argument is the option \"-{}\".", message, next->name)};
+        return Finding{fmt::format(R"({}: the next argument is the option "-{}".)", message, next->name)};
     }
     const std::string& value = next->tokens[0];
     const bool isSlip = !suggestOption(next->name).empty() || findAttachedValue(*next).option != nullptr;
@@ -200,7 +200,7 @@ Advice valueIsMissing(const Place& place) {
         return Finding{
             fmt::format("{}: the next argument, {}, begins with a dash.", message, inQuotes(value))};
     }
-    return Finding{fmt::format("{0}: the next argument begins with a dash. If {1} is the value, use \"=\".",
+    return Finding{fmt::format(R"({0}: the next argument begins with a dash. If {1} is the value, use "=".)",
                                message, inQuotes(value)),
                    correct(place, *option, value), 2};
 }
@@ -211,7 +211,7 @@ Advice equalsSignIsMissing(const Place& place) {
         place.here.kind != ArgumentKind::Flag) {
         return std::nullopt;
     }
-    return replaceName(place, *option, fmt::format("\"-{}\" takes a value only after \"=\".", option->name));
+    return replaceName(place, *option, fmt::format(R"("-{}" takes a value only after "=".)", option->name));
 }
 
 Advice flagHasValue(const Place& place) {
@@ -221,7 +221,7 @@ Advice flagHasValue(const Place& place) {
     }
     return replaceName(
         place, *option,
-        fmt::format("\"-{}\" takes no value: {} is not read. Leave out the value to switch it on.",
+        fmt::format(R"("-{}" takes no value: {} is not read. Leave out the value to switch it on.)",
                     option->name, inQuotes(place.here.tokens[0])));
 }
 
@@ -281,7 +281,7 @@ Advice valueIsCutAtSpace(const Place& place) {
     if (cut.empty()) {
         return std::nullopt;
     }
-    return Finding{fmt::format("The value of \"-{}\" ends at a space: {} became {}.", option.name,
+    return Finding{fmt::format(R"(The value of "-{}" ends at a space: {} became {}.)", option.name,
                                fmt::join(cut, ", "), cut.size() == 1 ? "a test path" : "test paths"),
                    isLayers ? correct(place, option, layers) : properties, cut.size() + 1};
 }
@@ -311,7 +311,7 @@ Advice dashIsFromDocument(const Place& place) {
     for (const auto& [dash, name] : dashes) {
         if (place.here.kind == ArgumentKind::TestPath && startsWith(text, dash)) {
             return addDash(place, std::string_view(text).substr(dash.size()),
-                           fmt::format("{} became a test path: it begins with {} instead of \"-\".",
+                           fmt::format(R"({} became a test path: it begins with {} instead of "-".)",
                                        inQuotes(text), name));
         }
     }
@@ -341,7 +341,7 @@ Advice valueIsEmpty(const Place& place) {
         return std::nullopt;
     }
     return Finding{
-        fmt::format("The value of \"-{0}\" is empty, as if \"-{0}\" were not given.", place.here.name)};
+        fmt::format(R"(The value of "-{0}" is empty, as if "-{0}" were not given.)", place.here.name)};
 }
 
 Advice numberHasMore(const Place& place) {
@@ -446,9 +446,8 @@ Advice driverIsLost(const Place& /*place*/, const Layer& layer, const std::strin
     if (layer.size() == 1 || layer[0] != "DravikGigE" || layer[1] == driver) {
         return std::nullopt;
     }
-    return Finding{
-        fmt::format("The driver {} is not used: of several drivers the last in byte order wins, here {}.",
-                    inQuotes(layer[1]), inQuotes(driver))};
+    return Finding{fmt::format("The driver {} is not used: of several drivers the last in byte order wins.",
+                               inQuotes(layer[1]))};
 }
 
 Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer, const std::string& /*driver*/) {
@@ -457,7 +456,7 @@ Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer, const st
         return std::nullopt;
     }
     return Finding{
-        fmt::format("{} is not the class \"DravikGTC\", but contains the name. That is enough to set "
+        fmt::format(R"({} is not the class "DravikGTC", but contains the name. That is enough to set )"
                     "GENICAM_GENTL64_PATH.",
                     inQuotes(entry))};
 }
@@ -584,10 +583,9 @@ void variableIsMisspelt(std::string_view name, std::string_view value, std::vect
 }
 
 void producerPathIsExpanded(std::vector<Hint>& hints) {
-    hints.push_back(
-        {"environment", "GENICAM_GENTL64_PATH",
-         "The SDK's path holds \"%\", \"$(\" or \"$$\", which a parse expands. GENICAM_GENTL64_PATH "
-         "does not begin with the producer directories."});
+    hints.push_back({"environment", "GENICAM_GENTL64_PATH",
+                     R"(The SDK's path holds "%", "$(" or "$$", which a parse expands. GENICAM_GENTL64_PATH )"
+                     "does not begin with the producer directories."});
 }
 
 }  // namespace
