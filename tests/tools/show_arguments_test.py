@@ -356,16 +356,16 @@ class Hints(unittest.TestCase):
          {"waitBeforeExit": True}),
         ("'-?=1'", '"-?" takes no value: "-?=1" is not read. Leave out the value to switch it on.', "'-?'",
          {"helpRequested": True}),
-        ("-oresult.txt", '"-oresult.txt" is not a known option. A value is an argument of its own.', "-o result.txt",
+        ("-oresult.txt", '"-oresult.txt" is not a known option. A value is a separate argument.', "-o result.txt",
          {"outputFilename": "result.txt"}),
-        ("-packetsize1500", '"-packetsize1500" is not a known option. A value is an argument of its own.',
+        ("-packetsize1500", '"-packetsize1500" is not a known option. A value is a separate argument.',
          "-packetsize 1500", {"ORVEX_GIGE_STREAM_GEVSCPS": "1500"}),
-        ("-o:x", '"-o:x" is not a known option. A value is an argument of its own.', "-o x", {"outputFilename": "x"}),
-        ("-tlDravikUsb", '"-tlDravikUsb" is not a known option. A value is an argument of its own.', "-tl DravikUsb",
+        ("-o:x", '"-o:x" is not a known option. A value is a separate argument.', "-o x", {"outputFilename": "x"}),
+        ("-tlDravikUsb", '"-tlDravikUsb" is not a known option. A value is a separate argument.', "-tl DravikUsb",
          {"transportLayers": "DravikUsb"}),
-        ("-pExposure=5", '"-pExposure=5" is not a known option. A value is an argument of its own.', "-p Exposure=5",
+        ("-pExposure=5", '"-pExposure=5" is not a known option. A value is a separate argument.', "-p Exposure=5",
          {"TEST_PROPERTIES": "Exposure=5"}),
-        ("-tdc_variant:V", '"-tdc_variant:V" is not a known option. A value is an argument of its own.',
+        ("-tdc_variant:V", '"-tdc_variant:V" is not a known option. A value is a separate argument.',
          "-tdc_variant=V", {"TEST_PRODUCT_VARIANT": "V"}),
         ("-output result.txt", '"-output" is not a known option and is ignored. "result.txt" became a test path.', None, {}),
         ("-o = f", 'There must be no space before or after the "=" of "-o".', "-o f",
@@ -395,6 +395,7 @@ class Hints(unittest.TestCase):
         ("bit 64", '"bit" became a test path: it has no dash in front.', "-bit 64", {"bit": "64", "testPaths": []}),
         ("help", '"help" became a test path: it has no dash in front.', "-help", {"helpRequested": True}),
         ("Suite -5", '"-5" became a test path: it begins with a number.', None, {}),
+        ("-w 1", '"1" became a test path: it begins with a number.', None, {}),
         # from a document
         ("'–o' f", '"–o" became a test path: it begins with an en dash instead of "-".', "-o f",
          {"outputFilename": "f", "testPaths": []}),
@@ -464,7 +465,7 @@ class Hints(unittest.TestCase):
 
     def test_one_slip_gives_one_hint(self):
         for line in ("-packetsise 1500", "-x -file.xml", "-tl A DravikB DravikC", "-o = f", "bit 64", "'–o' f",
-                     "-o '“a' -b 'c”'", "-tdc_variant V", "-tdc_name packetsize=1"):
+                     "-o '“a' -b 'c”'", "-tdc_variant V", "-tdc_name packetsize=1", "-packet 1500"):
             with self.subTest(line=line):
                 self.assertEqual(len(show_line(line, "command line")["hints"]), 1)
 

@@ -45,6 +45,10 @@ bool startsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
 }
 
+bool isDigit(char byte) {
+    return byte >= '0' && byte <= '9';
+}
+
 std::string trimmed(std::string_view text) {
     constexpr std::string_view spaces = " \t\r\n";
     const std::size_t start = std::min(text.find_first_not_of(spaces), text.size());
@@ -139,7 +143,7 @@ Advice valueIsAttached(const Place& place) {
     if (attached.option == nullptr) {
         return std::nullopt;
     }
-    return Finding{fmt::format("{} is not a known option. A value is an argument of its own.",
+    return Finding{fmt::format("{} is not a known option. A value is a separate argument.",
                                inQuotes(place.here.tokens[0])),
                    correct(place, *attached.option, attached.value)};
 }
@@ -330,7 +334,11 @@ Advice dashIsMissing(const Place& place) {
 
 Advice pathIsNumber(const Place& place) {
     const std::string& text = place.here.value;
-    if (place.here.kind != ArgumentKind::TestPath || !startsWith(text, "-")) {
+    const bool isNumber = startsWith(text, "-") || (!text.empty() && isDigit(text.front()));
+    // An unknown option before it says so already. The program name comes before everything.
+    const Argument& previous = *(&place.here - 1);
+    const bool isMentioned = previous.kind == ArgumentKind::Flag && previous.option == nullptr;
+    if (place.here.kind != ArgumentKind::TestPath || !isNumber || isMentioned) {
         return std::nullopt;
     }
     return Finding{fmt::format("{} became a test path: it begins with a number.", inQuotes(text))};
@@ -353,8 +361,7 @@ Advice numberHasMore(const Place& place) {
     }
     std::string digits;
     if (value.size() < 20 && std::regex_match(value, std::regex("[0-9]{1,3}([,_' ][0-9]{3})+"))) {
-        std::copy_if(value.begin(), value.end(), std::back_inserter(digits),
-                     [](unsigned char byte) { return std::isdigit(byte) != 0; });
+        std::copy_if(value.begin(), value.end(), std::back_inserter(digits), isDigit);
     }
     return Finding{
         fmt::format("{} does not end after its digits. It is passed on as written.", inQuotes(value)),
