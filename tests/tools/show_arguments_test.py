@@ -505,12 +505,6 @@ class Hints(unittest.TestCase):
         self.assertIsNone(hint["correction"])
         self.assertEqual(show_json(variables={"ORVEX_ARGS": "-w", "ORVEX_TEST_ARGUMENTS": "-w"})["hints"], [])
 
-    def test_a_program_name_that_begins_with_a_dash(self):
-        program = "import os, sys; os.execve(sys.argv[1], ['-o', 'f', '-foo'], {'SHOW_ARGUMENTS_FORMAT': 'json'})"
-        report = json.loads(run((sys.executable, "-c", program, PROGRAM)).stdout)
-        self.assertEqual([hint["message"] for hint in report["hints"]],
-                         ['The program name, "-o", begins with a dash. Therefore it is read as an option.'])
-
 
 class Help(unittest.TestCase):
     def test_a_help_switch_alone_prints_the_usage_text_and_names_the_manual_page(self):

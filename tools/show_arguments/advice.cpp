@@ -49,6 +49,14 @@ bool isDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
+bool isOf(OptionKind kind, const Argument& argument) {
+    return argument.option != nullptr && argument.option->kind == kind;
+}
+
+bool isUnknownOption(const Argument& argument) {
+    return isOption(argument) && argument.option == nullptr;
+}
+
 std::string trimmed(std::string_view text) {
     constexpr std::string_view spaces = " \t\r\n";
     const std::size_t start = std::min(text.find_first_not_of(spaces), text.size());
@@ -100,13 +108,13 @@ Finding replaceName(const Place& place, const ToolOption& option, const std::str
 // The hints about one argument or several that follow each other.
 
 Advice onlyUsageTextNamesOption(const Place& place) {
-    const ToolOption* option = place.here.option;
-    if (option == nullptr || option->kind != OptionKind::Unread) {
+    if (!isOf(OptionKind::Unread, place.here)) {
         return std::nullopt;
     }
-    return replaceName(place, *findOption(option->instead),
+    const ToolOption& option = *place.here.option;
+    return replaceName(place, *findOption(option.instead),
                        fmt::format(R"("-{}" is in the usage text, but nothing reads it. Use "-{}".)",
-                                   option->name, option->instead));
+                                   option.name, option.instead));
 }
 
 struct AttachedValue {
@@ -138,8 +146,8 @@ AttachedValue findAttachedValue(const Argument& argument) {
 }
 
 Advice valueIsAttached(const Place& place) {
-    const bool isUnknown = isOption(place.here) && place.here.option == nullptr;
-    const AttachedValue attached = isUnknown ? findAttachedValue(place.here) : AttachedValue();
+    const AttachedValue attached =
+        isUnknownOption(place.here) ? findAttachedValue(place.here) : AttachedValue();
     if (attached.option == nullptr) {
         return std::nullopt;
     }
@@ -149,7 +157,7 @@ Advice valueIsAttached(const Place& place) {
 }
 
 Advice optionIsUnknown(const Place& place) {
-    if (!isOption(place.here) || place.here.option != nullptr) {
+    if (!isUnknownOption(place.here)) {
         return std::nullopt;
     }
     const std::string message = fmt::format("{} is not a known option", inQuotes(place.here.tokens[0]));
@@ -210,23 +218,21 @@ Advice valueIsMissing(const Place& place) {
 }
 
 Advice equalsSignIsMissing(const Place& place) {
-    const ToolOption* option = place.here.option;
-    if (option == nullptr || option->kind != OptionKind::InlineValue ||
-        place.here.kind != ArgumentKind::Flag) {
+    if (!isOf(OptionKind::InlineValue, place.here) || place.here.kind != ArgumentKind::Flag) {
         return std::nullopt;
     }
-    return replaceName(place, *option, fmt::format(R"("-{}" takes a value only after "=".)", option->name));
+    return replaceName(place, *place.here.option,
+                       fmt::format(R"("-{}" takes a value only after "=".)", place.here.name));
 }
 
 Advice flagHasValue(const Place& place) {
-    const ToolOption* option = place.here.option;
-    if (option == nullptr || option->kind != OptionKind::Flag || place.here.kind == ArgumentKind::Flag) {
+    if (!isOf(OptionKind::Flag, place.here) || place.here.kind == ArgumentKind::Flag) {
         return std::nullopt;
     }
     return replaceName(
-        place, *option,
+        place, *place.here.option,
         fmt::format(R"("-{}" takes no value: {} is not read. Leave out the value to switch it on.)",
-                    option->name, inQuotes(place.here.tokens[0])));
+                    place.here.name, inQuotes(place.here.tokens[0])));
 }
 
 Advice quotesAreCurly(const Place& place) {
@@ -337,7 +343,7 @@ Advice pathIsNumber(const Place& place) {
     const bool isNumber = startsWith(text, "-") || (!text.empty() && isDigit(text.front()));
     // An unknown option before it says so already. The program name comes before everything.
     const Argument& previous = *(&place.here - 1);
-    const bool isMentioned = previous.kind == ArgumentKind::Flag && previous.option == nullptr;
+    const bool isMentioned = isUnknownOption(previous) && previous.kind == ArgumentKind::Flag;
     if (place.here.kind != ArgumentKind::TestPath || !isNumber || isMentioned) {
         return std::nullopt;
     }
@@ -353,9 +359,8 @@ Advice valueIsEmpty(const Place& place) {
 }
 
 Advice numberHasMore(const Place& place) {
-    const ToolOption* option = place.here.option;
     const std::string& value = place.here.value;
-    if (option == nullptr || option->kind != OptionKind::Number || place.here.outcome != Outcome::Won ||
+    if (!isOf(OptionKind::Number, place.here) || place.here.outcome != Outcome::Won ||
         value.find_first_not_of("0123456789") == std::string::npos) {
         return std::nullopt;
     }
@@ -365,7 +370,7 @@ Advice numberHasMore(const Place& place) {
     }
     return Finding{
         fmt::format("{} does not end after its digits. It is passed on as written.", inQuotes(value)),
-        correct(place, *option, digits)};
+        correct(place, *place.here.option, digits)};
 }
 
 // The first one that finds something gives the hint.
@@ -528,14 +533,6 @@ void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
 
 // The hints about a source as a whole, and about the environment.
 
-void programNameIsOption(const Argument& argument, std::vector<Hint>& hints) {
-    const std::string& name = argument.tokens[0];
-    hints.push_back(
-        {commandLine, quotedForShell(name),
-         fmt::format("The program name, {}, begins with a dash. Therefore it is read as an option.",
-                     inQuotes(name))});
-}
-
 void quoteIsUnterminated(const Source& source, std::vector<Hint>& hints) {
     const std::size_t quote = scanText(source.text).unterminatedQuote.value_or(0);
     const char before = quote == 0 ? ' ' : source.text[quote - 1];
@@ -609,8 +606,6 @@ std::vector<Hint> giveAdvice(const Report& report) {
     const Trace& trace = report.trace;
     if (const Source* source = findMalformed(trace)) {
         quoteIsUnterminated(*source, hints);
-    } else if (!trace.arguments.empty() && isOption(trace.arguments[0])) {
-        programNameIsOption(trace.arguments[0], hints);
     } else {
         for (const Source& source : trace.sources) {
             lineEndSeparatesNothing(trace, source, hints);

@@ -39,6 +39,12 @@ enum class ArgumentKind {
     InlineValue  // an option, with its value behind a "="
 };
 
+inline std::string_view nameOf(ArgumentKind kind) {
+    constexpr std::string_view names[] = {"program name", "dropped program name", "test path", "flag",
+                                          "option",       "option with value"};
+    return names[static_cast<std::size_t>(kind)];
+}
+
 enum class Outcome {
     Won,        // the value took effect
     Lost,       // a later value took its place
