@@ -223,11 +223,12 @@ class Environment(unittest.TestCase):
     def test_a_variable_is_set_or_set_to_what_it_was_or_kept(self):
         report = show_json("-packetsize", "1500", "-packetdelay", "7", variables={
             "ORVEX_GIGE_STREAM_GEVSCPS": "9000", "ORVEX_GIGE_STREAM_GEVSCPD": "7", "TEST_PROPERTIES": "",
-            "ORVEX_GTC_USE_EXTRA_TL": "0", "OTHER": "x"})
+            "ORVEX_GTC_USE_EXTRA_TL": "0", "GENICAM_GENTL64_PATH": "/old", "OTHER": "x"})
         self.assertEqual(environment(report, "set"), {"ORVEX_GIGE_STREAM_GEVSCPS": ("9000", "1500")})
         self.assertEqual(environment(report, "set again"), {"ORVEX_GIGE_STREAM_GEVSCPD": ("7", "7")})
-        self.assertEqual(environment(report, "kept"),
-                         {"TEST_PROPERTIES": ("", ""), "ORVEX_GTC_USE_EXTRA_TL": ("0", "0")})
+        self.assertEqual(environment(report, "kept"), {
+            "TEST_PROPERTIES": ("", ""), "ORVEX_GTC_USE_EXTRA_TL": ("0", "0"),
+            "GENICAM_GENTL64_PATH": ("/old", "/old")})
 
     def test_the_default_packet_size_says_that_it_is_one(self):
         for arguments, is_default in (((), True), (("-packetsize=",), True), (("-packetsize", "8192"), False)):

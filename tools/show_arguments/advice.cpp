@@ -137,7 +137,7 @@ AttachedValue findAttachedValue(const Argument& argument) {
     if (found.option == nullptr || !isUsableValue(*found.option, found.value)) {
         return {};
     }
-    // "-output" is rather another word than "-o utput".
+    // "-output" is more likely a misspelt name than "-o utput".
     const char first = found.value.front();
     const bool isWord =
         (std::islower(static_cast<unsigned char>(first)) != 0 || first == '_' || first == '-') &&
@@ -177,7 +177,7 @@ Advice equalsSignIsSpaced(const Place& place) {
     if (option == nullptr || option->kind == OptionKind::Flag) {
         return std::nullopt;
     }
-    // What follows the name, with its "=", up to the next test path but one.
+    // What follows the name, "=" included, in as many test paths as it takes.
     std::string text = (place.here.kind == ArgumentKind::InlineValue ? "=" : "") + place.here.value;
     std::size_t covered = 1;
     while ((text.empty() || text == "=") && place.path(covered) != nullptr) {
@@ -341,7 +341,7 @@ Advice dashIsMissing(const Place& place) {
 Advice pathIsNumber(const Place& place) {
     const std::string& text = place.here.value;
     const bool isNumber = startsWith(text, "-") || (!text.empty() && isDigit(text.front()));
-    // An unknown option before it says so already. The program name comes before everything.
+    // The hint about an unknown option names the path already. The program name precedes every place.
     const Argument& previous = *(&place.here - 1);
     const bool isMentioned = isUnknownOption(previous) && previous.kind == ArgumentKind::Flag;
     if (place.here.kind != ArgumentKind::TestPath || !isNumber || isMentioned) {
@@ -547,7 +547,7 @@ void quoteIsUnterminated(const Source& source, std::vector<Hint>& hints) {
         hint.message = "The single quote is unterminated. Write an apostrophe as \\'.";
         hint.correction.insert(quote, 1, '\\');
     }
-    // What comes after it may have a quote of its own.
+    // The rest of the text may have an unterminated quote, too.
     if (scanText(hint.correction).unterminatedQuote) {
         hint.correction.clear();
     }
@@ -573,7 +573,7 @@ void lineEndSeparatesNothing(const Trace& trace, const Source& source, std::vect
 }
 
 void variableIsMisspelt(std::string_view name, std::string_view value, std::vector<Hint>& hints) {
-    // One underscore is rather one too few than one too many.
+    // A missing underscore is likelier than an extra one.
     for (const std::string_view meant : {lastVariable, firstVariable}) {
         if (editDistance(name, meant, 1) == 1) {
             const std::string text = quotedForShell(value);

@@ -53,7 +53,7 @@ std::vector<std::string_view> findSets(const TracedOption& option, const Observa
     }
     for (const std::string_view name : known.variables) {
         const Variable& variable = seen.variable(name);
-        // A driver comes first in it. Without one, -socketbuffer sets it.
+        // The value begins with the driver. Without a driver, -socketbuffer has set it.
         const bool needsDriver = name == streamParameters && known.kind == OptionKind::MultiValue;
         const bool hasDriver = variable.after.value_or("").rfind("Type=", 0) == 0;
         if (isSet(variable) && (hasDriver || !needsDriver)) {

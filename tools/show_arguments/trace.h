@@ -36,7 +36,7 @@ enum class ArgumentKind {
     TestPath,
     Flag,        // an option without a value
     Value,       // an option, with its value in the next token
-    InlineValue  // an option, with its value behind a "="
+    InlineValue  // an option, with its value after a "="
 };
 
 inline std::string_view nameOf(ArgumentKind kind) {
