@@ -60,6 +60,7 @@ if(TESTCOMMANDLINEPARSER_BUILD_TOOLS)
   set_target_properties(show_arguments PROPERTIES INSTALL_RPATH
     $<IF:$<BOOL:${APPLE}>,@executable_path,$ORIGIN>/${bin_to_lib})
   install(TARGETS show_arguments RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+  install(FILES ${PROJECT_SOURCE_DIR}/tools/show_arguments/show_arguments.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 endif()
 
 set(framework Frameworks/orvex.framework)

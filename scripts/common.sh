@@ -4,7 +4,7 @@ set -euo pipefail
 
 # What a build with tools, examples and tests needs, and the tests themselves.
 build_packages=(g++ cmake ninja-build libgtest-dev libgmock-dev doctest-dev nlohmann-json3-dev libfmt-dev
-    python3 pkgconf dpkg-dev file)
+    python3 pkgconf mandoc dpkg-dev file)
 
 platform=$(uname -s)
 jobs=$(getconf _NPROCESSORS_ONLN)
@@ -64,7 +64,7 @@ is_installed() {
 # The name of a Debian package on this platform; nothing for what comes with another package.
 package_name() {
     case $platform/$1 in
-        Darwin/g++ | Darwin/libgmock-dev | Darwin/dpkg-dev | Darwin/file) ;;
+        Darwin/g++ | Darwin/libgmock-dev | Darwin/mandoc | Darwin/dpkg-dev | Darwin/file) ;;
         Darwin/doctest-dev) echo doctest ;;
         Darwin/libfmt-dev) echo fmt ;;
         Darwin/libgtest-dev) echo googletest ;;

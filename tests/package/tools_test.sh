@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The installed show_arguments finds the installed library, also after both have moved.
+# The installed show_arguments finds the installed library, also after both have moved. Its manual page is installed with
+# it, without a fault, and its examples work.
 source "$(dirname "$0")/package.sh"
 
 install_to "$work/first" --component runtime
@@ -10,3 +11,15 @@ program=$prefix/bin/show_arguments
 grep -qE '^ +outputFilename +result\.txt$' "$work/output" || fail 'show_arguments shows what it was given'
 [ "$(ldd "$program" | awk '/libtestcommandlineparser/ { print $3 }' | xargs realpath)" = \
     "$(realpath "$prefix/$PACKAGE_LIBDIR/$PACKAGE_LIBRARY")" ] || fail 'it is run with the library beside it'
+
+page=$(find "$prefix" -path '*/man1/show_arguments.1')
+[ -n "$page" ] || fail 'the manual page is installed'
+expect_equal 'mandoc finds no fault in the manual page' '' "$(mandoc -T lint "$page" 2>&1)"
+
+sed -n 's/^\.Dl \$ //p' "$page" >"$work/examples"
+expect_equal 'the manual page has two examples' 2 "$(wc -l <"$work/examples" | tr -d ' ')"
+PATH=$prefix/bin:$PATH
+while read -r example; do
+    bash -c "set -o pipefail; $example" >"$work/output" || fail "$example"
+    grep -qE 'won +command line +second\.txt|"waitBeforeExit": true' "$work/output" || fail "$example shows what it says"
+done <"$work/examples"

@@ -15,7 +15,6 @@
 namespace {
 
 using ::testing::ElementsAreArray;
-using ::testing::IsEmpty;
 
 using Names = std::set<std::string_view>;
 

@@ -35,7 +35,7 @@ TEST(SuggestOption, FindsTheOneThatWasMeant) {
 TEST(SuggestOption, FindsNothingWhenInDoubt) {
     // Two are equally near; too short a start; too many errors; names of three letters or fewer.
     for (const char* name : {"packet", "hostname", "tdc_vcs", "pa", "he", "hallo", "pakcetzies", "bat", "tt",
-                             "-", "--", "tdc", "tdc_", "", "version", "verbose", "name", "host"}) {
+                             "-", "--", "tdc", "tdc_", "", "version", "verbose", "name", "host", "xml"}) {
         EXPECT_EQ(tool::suggestOption(name), "") << name;
     }
 }

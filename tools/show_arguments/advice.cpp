@@ -45,6 +45,18 @@ bool startsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
 }
 
+bool isDigit(char byte) {
+    return byte >= '0' && byte <= '9';
+}
+
+bool isOf(OptionKind kind, const Argument& argument) {
+    return argument.option != nullptr && argument.option->kind == kind;
+}
+
+bool isUnknownOption(const Argument& argument) {
+    return isOption(argument) && argument.option == nullptr;
+}
+
 std::string trimmed(std::string_view text) {
     constexpr std::string_view spaces = " \t\r\n";
     const std::size_t start = std::min(text.find_first_not_of(spaces), text.size());
@@ -96,13 +108,13 @@ Finding replaceName(const Place& place, const ToolOption& option, const std::str
 // The hints about one argument or several that follow each other.
 
 Advice onlyUsageTextNamesOption(const Place& place) {
-    const ToolOption* option = place.here.option;
-    if (option == nullptr || option->kind != OptionKind::Unread) {
+    if (!isOf(OptionKind::Unread, place.here)) {
         return std::nullopt;
     }
-    return replaceName(place, *findOption(option->instead),
-                       fmt::format("\"-{}\" is in the usage text, but nothing reads it. Use \"-{}\".",
-                                   option->name, option->instead));
+    const ToolOption& option = *place.here.option;
+    return replaceName(place, *findOption(option.instead),
+                       fmt::format(R"("-{}" is in the usage text, but nothing reads it. Use "-{}".)",
+                                   option.name, option.instead));
 }
 
 struct AttachedValue {
@@ -125,7 +137,7 @@ AttachedValue findAttachedValue(const Argument& argument) {
     if (found.option == nullptr || !isUsableValue(*found.option, found.value)) {
         return {};
     }
-    // "-output" is rather another word than "-o utput".
+    // "-output" is more likely a misspelt name than "-o utput".
     const char first = found.value.front();
     const bool isWord =
         (std::islower(static_cast<unsigned char>(first)) != 0 || first == '_' || first == '-') &&
@@ -134,18 +146,18 @@ AttachedValue findAttachedValue(const Argument& argument) {
 }
 
 Advice valueIsAttached(const Place& place) {
-    const bool isUnknown = isOption(place.here) && place.here.option == nullptr;
-    const AttachedValue attached = isUnknown ? findAttachedValue(place.here) : AttachedValue();
+    const AttachedValue attached =
+        isUnknownOption(place.here) ? findAttachedValue(place.here) : AttachedValue();
     if (attached.option == nullptr) {
         return std::nullopt;
     }
-    return Finding{fmt::format("{} is not a known option. A value is an argument of its own.",
+    return Finding{fmt::format("{} is not a known option. A value is a separate argument.",
                                inQuotes(place.here.tokens[0])),
                    correct(place, *attached.option, attached.value)};
 }
 
 Advice optionIsUnknown(const Place& place) {
-    if (!isOption(place.here) || place.here.option != nullptr) {
+    if (!isUnknownOption(place.here)) {
         return std::nullopt;
     }
     const std::string message = fmt::format("{} is not a known option", inQuotes(place.here.tokens[0]));
@@ -157,7 +169,7 @@ Advice optionIsUnknown(const Place& place) {
                        (isFollowed ? fmt::format(" {} became a test path.", inQuotes(path->value)) : "")};
     }
     return replaceName(place, *findOption(suggestion),
-                       fmt::format("{}. Did you mean \"-{}\"?", message, suggestion));
+                       fmt::format(R"({}. Did you mean "-{}"?)", message, suggestion));
 }
 
 Advice equalsSignIsSpaced(const Place& place) {
@@ -165,7 +177,7 @@ Advice equalsSignIsSpaced(const Place& place) {
     if (option == nullptr || option->kind == OptionKind::Flag) {
         return std::nullopt;
     }
-    // What follows the name, with its "=", up to the next test path but one.
+    // What follows the name, "=" included, in as many test paths as it takes.
     std::string text = (place.here.kind == ArgumentKind::InlineValue ? "=" : "") + place.here.value;
     std::size_t covered = 1;
     while ((text.empty() || text == "=") && place.path(covered) != nullptr) {
@@ -176,7 +188,7 @@ Advice equalsSignIsSpaced(const Place& place) {
     if (!isSpaced || !startsWith(text, "=") || !isUsableValue(*option, text.substr(1))) {
         return std::nullopt;
     }
-    return Finding{fmt::format("There must be no space before or after the \"=\" of \"-{}\".", option->name),
+    return Finding{fmt::format(R"(There must be no space before or after the "=" of "-{}".)", option->name),
                    correct(place, *option, text.substr(1)), covered};
 }
 
@@ -186,13 +198,13 @@ Advice valueIsMissing(const Place& place) {
         option->kind == OptionKind::InlineValue) {
         return std::nullopt;
     }
-    const std::string message = fmt::format("\"-{}\" has no value", option->name);
+    const std::string message = fmt::format(R"("-{}" has no value)", option->name);
     const Argument* next = place.next();
     if (next == nullptr) {
         return Finding{message + ": it is the last argument."};
     }
     if (next->option != nullptr) {
-        return Finding{fmt::format("{}: the next argument is the option \"-{}\".", message, next->name)};
+        return Finding{fmt::format(R"({}: the next argument is the option "-{}".)", message, next->name)};
     }
     const std::string& value = next->tokens[0];
     const bool isSlip = !suggestOption(next->name).empty() || findAttachedValue(*next).option != nullptr;
@@ -200,29 +212,27 @@ Advice valueIsMissing(const Place& place) {
         return Finding{
             fmt::format("{}: the next argument, {}, begins with a dash.", message, inQuotes(value))};
     }
-    return Finding{fmt::format("{0}: the next argument begins with a dash. If {1} is the value, use \"=\".",
+    return Finding{fmt::format(R"({0}: the next argument begins with a dash. If {1} is the value, use "=".)",
                                message, inQuotes(value)),
                    correct(place, *option, value), 2};
 }
 
 Advice equalsSignIsMissing(const Place& place) {
-    const ToolOption* option = place.here.option;
-    if (option == nullptr || option->kind != OptionKind::InlineValue ||
-        place.here.kind != ArgumentKind::Flag) {
+    if (!isOf(OptionKind::InlineValue, place.here) || place.here.kind != ArgumentKind::Flag) {
         return std::nullopt;
     }
-    return replaceName(place, *option, fmt::format("\"-{}\" takes a value only after \"=\".", option->name));
+    return replaceName(place, *place.here.option,
+                       fmt::format(R"("-{}" takes a value only after "=".)", place.here.name));
 }
 
 Advice flagHasValue(const Place& place) {
-    const ToolOption* option = place.here.option;
-    if (option == nullptr || option->kind != OptionKind::Flag || place.here.kind == ArgumentKind::Flag) {
+    if (!isOf(OptionKind::Flag, place.here) || place.here.kind == ArgumentKind::Flag) {
         return std::nullopt;
     }
     return replaceName(
-        place, *option,
-        fmt::format("\"-{}\" takes no value: {} is not read. Leave out the value to switch it on.",
-                    option->name, inQuotes(place.here.tokens[0])));
+        place, *place.here.option,
+        fmt::format(R"("-{}" takes no value: {} is not read. Leave out the value to switch it on.)",
+                    place.here.name, inQuotes(place.here.tokens[0])));
 }
 
 Advice quotesAreCurly(const Place& place) {
@@ -281,7 +291,7 @@ Advice valueIsCutAtSpace(const Place& place) {
     if (cut.empty()) {
         return std::nullopt;
     }
-    return Finding{fmt::format("The value of \"-{}\" ends at a space: {} became {}.", option.name,
+    return Finding{fmt::format(R"(The value of "-{}" ends at a space: {} became {}.)", option.name,
                                fmt::join(cut, ", "), cut.size() == 1 ? "a test path" : "test paths"),
                    isLayers ? correct(place, option, layers) : properties, cut.size() + 1};
 }
@@ -311,7 +321,7 @@ Advice dashIsFromDocument(const Place& place) {
     for (const auto& [dash, name] : dashes) {
         if (place.here.kind == ArgumentKind::TestPath && startsWith(text, dash)) {
             return addDash(place, std::string_view(text).substr(dash.size()),
-                           fmt::format("{} became a test path: it begins with {} instead of \"-\".",
+                           fmt::format(R"({} became a test path: it begins with {} instead of "-".)",
                                        inQuotes(text), name));
         }
     }
@@ -330,7 +340,11 @@ Advice dashIsMissing(const Place& place) {
 
 Advice pathIsNumber(const Place& place) {
     const std::string& text = place.here.value;
-    if (place.here.kind != ArgumentKind::TestPath || !startsWith(text, "-")) {
+    const bool isNumber = startsWith(text, "-") || (!text.empty() && isDigit(text.front()));
+    // The hint about an unknown option names the path already. The program name precedes every place.
+    const Argument& previous = *(&place.here - 1);
+    const bool isMentioned = isUnknownOption(previous) && previous.kind == ArgumentKind::Flag;
+    if (place.here.kind != ArgumentKind::TestPath || !isNumber || isMentioned) {
         return std::nullopt;
     }
     return Finding{fmt::format("{} became a test path: it begins with a number.", inQuotes(text))};
@@ -341,24 +355,22 @@ Advice valueIsEmpty(const Place& place) {
         return std::nullopt;
     }
     return Finding{
-        fmt::format("The value of \"-{0}\" is empty, as if \"-{0}\" were not given.", place.here.name)};
+        fmt::format(R"(The value of "-{0}" is empty, as if "-{0}" were not given.)", place.here.name)};
 }
 
 Advice numberHasMore(const Place& place) {
-    const ToolOption* option = place.here.option;
     const std::string& value = place.here.value;
-    if (option == nullptr || option->kind != OptionKind::Number || place.here.outcome != Outcome::Won ||
+    if (!isOf(OptionKind::Number, place.here) || place.here.outcome != Outcome::Won ||
         value.find_first_not_of("0123456789") == std::string::npos) {
         return std::nullopt;
     }
     std::string digits;
     if (value.size() < 20 && std::regex_match(value, std::regex("[0-9]{1,3}([,_' ][0-9]{3})+"))) {
-        std::copy_if(value.begin(), value.end(), std::back_inserter(digits),
-                     [](unsigned char byte) { return std::isdigit(byte) != 0; });
+        std::copy_if(value.begin(), value.end(), std::back_inserter(digits), isDigit);
     }
     return Finding{
         fmt::format("{} does not end after its digits. It is passed on as written.", inQuotes(value)),
-        correct(place, *option, digits)};
+        correct(place, *place.here.option, digits)};
 }
 
 // The first one that finds something gives the hint.
@@ -446,9 +458,8 @@ Advice driverIsLost(const Place& /*place*/, const Layer& layer, const std::strin
     if (layer.size() == 1 || layer[0] != "DravikGigE" || layer[1] == driver) {
         return std::nullopt;
     }
-    return Finding{
-        fmt::format("The driver {} is not used: of several drivers the last in byte order wins, here {}.",
-                    inQuotes(layer[1]), inQuotes(driver))};
+    return Finding{fmt::format("The driver {} is not used: of several drivers the last in byte order wins.",
+                               inQuotes(layer[1]))};
 }
 
 Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer, const std::string& /*driver*/) {
@@ -457,7 +468,7 @@ Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer, const st
         return std::nullopt;
     }
     return Finding{
-        fmt::format("{} is not the class \"DravikGTC\", but contains the name. That is enough to set "
+        fmt::format(R"({} is not the class "DravikGTC", but contains the name. That is enough to set )"
                     "GENICAM_GENTL64_PATH.",
                     inQuotes(entry))};
 }
@@ -522,14 +533,6 @@ void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
 
 // The hints about a source as a whole, and about the environment.
 
-void programNameIsOption(const Argument& argument, std::vector<Hint>& hints) {
-    const std::string& name = argument.tokens[0];
-    hints.push_back(
-        {commandLine, quotedForShell(name),
-         fmt::format("The program name, {}, begins with a dash. Therefore it is read as an option.",
-                     inQuotes(name))});
-}
-
 void quoteIsUnterminated(const Source& source, std::vector<Hint>& hints) {
     const std::size_t quote = scanText(source.text).unterminatedQuote.value_or(0);
     const char before = quote == 0 ? ' ' : source.text[quote - 1];
@@ -544,7 +547,7 @@ void quoteIsUnterminated(const Source& source, std::vector<Hint>& hints) {
         hint.message = "The single quote is unterminated. Write an apostrophe as \\'.";
         hint.correction.insert(quote, 1, '\\');
     }
-    // What comes after it may have a quote of its own.
+    // The rest of the text may have an unterminated quote, too.
     if (scanText(hint.correction).unterminatedQuote) {
         hint.correction.clear();
     }
@@ -570,7 +573,7 @@ void lineEndSeparatesNothing(const Trace& trace, const Source& source, std::vect
 }
 
 void variableIsMisspelt(std::string_view name, std::string_view value, std::vector<Hint>& hints) {
-    // One underscore is rather one too few than one too many.
+    // A missing underscore is likelier than an extra one.
     for (const std::string_view meant : {lastVariable, firstVariable}) {
         if (editDistance(name, meant, 1) == 1) {
             const std::string text = quotedForShell(value);
@@ -584,10 +587,9 @@ void variableIsMisspelt(std::string_view name, std::string_view value, std::vect
 }
 
 void producerPathIsExpanded(std::vector<Hint>& hints) {
-    hints.push_back(
-        {"environment", "GENICAM_GENTL64_PATH",
-         "The SDK's path holds \"%\", \"$(\" or \"$$\", which a parse expands. GENICAM_GENTL64_PATH "
-         "does not begin with the producer directories."});
+    hints.push_back({"environment", "GENICAM_GENTL64_PATH",
+                     R"(The SDK's path holds "%", "$(" or "$$", which a parse expands. GENICAM_GENTL64_PATH )"
+                     "does not begin with the producer directories."});
 }
 
 }  // namespace
@@ -604,8 +606,6 @@ std::vector<Hint> giveAdvice(const Report& report) {
     const Trace& trace = report.trace;
     if (const Source* source = findMalformed(trace)) {
         quoteIsUnterminated(*source, hints);
-    } else if (!trace.arguments.empty() && isOption(trace.arguments[0])) {
-        programNameIsOption(trace.arguments[0], hints);
     } else {
         for (const Source& source : trace.sources) {
             lineEndSeparatesNothing(trace, source, hints);

@@ -9,7 +9,7 @@
 
 namespace tool {
 
-// Expects everything in the report but the hints. After an unterminated quote, only that is worth a hint.
+// Reads everything in the report but its hints. If a quote is unterminated, the arguments get no hints.
 std::vector<Hint> giveAdvice(const Report& report);
 
 }  // namespace tool

@@ -27,46 +27,38 @@ Json asJsonText(const std::optional<std::string>& text) {
     return text ? asJsonText(*text) : Json(nullptr);
 }
 
-Json asJsonText(const std::vector<std::string>& texts) {
+// A list of what the function makes of each element.
+template <typename Range, typename Function>
+Json asList(const Range& range, Function function) {
     Json json = Json::array();
-    for (const std::string& text : texts) {
-        json.push_back(asJsonText(text));
+    for (const auto& element : range) {
+        json.push_back(function(element));
     }
     return json;
 }
 
-// The role of a token of the argument; the second one is always a value.
-const char* roleOf(const Argument& argument, bool isFirst) {
-    switch (argument.kind) {
-        case ArgumentKind::ProgramName:
-            return "program name";
-        case ArgumentKind::DroppedProgramName:
-            return "dropped program name";
-        case ArgumentKind::TestPath:
-            return "test path";
-        case ArgumentKind::Flag:
-            return "flag";
-        case ArgumentKind::InlineValue:
-            return "option with value";
-        case ArgumentKind::Value:
-            break;
+Json tokensAsJson(const Argument& argument) {
+    Json json = Json::array();
+    for (const std::string& token : argument.tokens) {
+        const bool isValue = &token != &argument.tokens.front();
+        json.push_back({{"text", asJsonText(token)}, {"became", isValue ? "value" : nameOf(argument.kind)}});
+        if (isOption(argument)) {
+            json.back()["option"] = asJsonText(argument.name);
+        }
     }
-    return isFirst ? "option" : "value";
+    return json;
 }
 
-Json tokensAsJson(const Report& report, const Source& source) {
-    Json json = Json::array();
-    for (const Argument& argument : report.trace.arguments) {
-        if (argument.source != source.name) {
-            continue;
+Json sourceAsJson(const Source& source, const std::vector<Argument>& arguments) {
+    Json json = {{"name", source.name}, {"state", nameOf(source.state)}, {"tokens", Json::array()}};
+    for (const Argument& argument : arguments) {
+        if (argument.source == source.name) {
+            const Json tokens = tokensAsJson(argument);
+            json["tokens"].insert(json["tokens"].end(), tokens.begin(), tokens.end());
         }
-        for (const std::string& token : argument.tokens) {
-            const bool isFirst = &token == &argument.tokens.front();
-            json.push_back({{"text", asJsonText(token)}, {"became", roleOf(argument, isFirst)}});
-            if (isOption(argument)) {
-                json.back()["option"] = asJsonText(argument.name);
-            }
-        }
+    }
+    if (!source.message.empty()) {
+        json["message"] = source.message;
     }
     return json;
 }
@@ -82,15 +74,9 @@ Json givenAsJson(const Argument& argument) {
     return json;
 }
 
-Json optionsAsJson(const Trace& trace) {
-    Json json = Json::array();
-    for (const TracedOption& option : trace.options) {
-        json.push_back({{"name", asJsonText(option.name)}, {"sets", option.sets}, {"given", Json::array()}});
-        for (const std::size_t index : option.given) {
-            json.back()["given"].push_back(givenAsJson(trace.arguments[index]));
-        }
-    }
-    return json;
+Json optionAsJson(const TracedOption& option, const std::vector<Argument>& arguments) {
+    const auto given = [&](std::size_t index) { return givenAsJson(arguments[index]); };
+    return {{"name", asJsonText(option.name)}, {"sets", option.sets}, {"given", asList(option.given, given)}};
 }
 
 Json variablesAsJson(const Report& report) {
@@ -107,63 +93,50 @@ Json variablesAsJson(const Report& report) {
     return json;
 }
 
-Json producersAsJson(const std::optional<Producers>& producers) {
-    if (!producers) {
-        return nullptr;
-    }
-    Json json = {{"library", asJsonText(producers->library)}, {"directories", Json::array()}};
-    for (const Producers::Directory& directory : producers->directories) {
-        json["directories"].push_back({{"path", asJsonText(directory.path)}, {"exists", directory.exists}});
-    }
-    return json;
+Json directoryAsJson(const Producers::Directory& directory) {
+    return {{"path", asJsonText(directory.path)}, {"exists", directory.exists}};
 }
 
-Json hintsAsJson(const std::vector<Hint>& hints) {
-    Json json = Json::array();
-    for (const Hint& hint : hints) {
-        const Json correction = hint.correction.empty() ? Json(nullptr) : Json(hint.correction);
-        json.push_back({{"source", hint.source},
-                        {"argument", asJsonText(hint.argument)},
-                        {"message", hint.message},
-                        {"correction", correction}});
-    }
-    return json;
+Json hintAsJson(const Hint& hint) {
+    return {{"source", hint.source},
+            {"argument", asJsonText(hint.argument)},
+            {"message", hint.message},
+            {"correction", hint.correction.empty() ? Json(nullptr) : Json(hint.correction)}};
 }
 
 }  // namespace
 
 std::string asJson(const Report& report) {
-    const Observation& seen = report.seen;
-    Json json = {{"succeeded", seen.succeeded},
+    const std::vector<Argument>& arguments = report.trace.arguments;
+    Json json = {{"succeeded", report.seen.succeeded},
                  {"reason", report.reason.empty() ? Json(nullptr) : Json(report.reason)}};
-    for (const Accessor& accessor : seen.accessors) {
+    for (const Accessor& accessor : report.seen.accessors) {
         const auto* text = std::get_if<std::string>(&accessor.value);
         json[std::string(accessor.name)] =
             text == nullptr ? Json(std::get<bool>(accessor.value)) : asJsonText(*text);
     }
-    json["testPaths"] = asJsonText(seen.testPaths);
-    for (const Field& field : seen.record) {
+    json["testPaths"] =
+        asList(report.seen.testPaths, [](const std::string& path) { return asJsonText(path); });
+    for (const Field& field : report.seen.record) {
         json["testRunInformation"][std::string(field.name)] = asJsonText(field.value);
     }
     json["environment"] = variablesAsJson(report);
-    json["producers"] = producersAsJson(report.producers);
-    json["options"] = optionsAsJson(report.trace);
+    json["producers"] = nullptr;
+    if (report.producers) {
+        json["producers"] = {{"library", asJsonText(report.producers->library)},
+                             {"directories", asList(report.producers->directories, directoryAsJson)}};
+    }
+    json["options"] = asList(report.trace.options,
+                             [&](const TracedOption& option) { return optionAsJson(option, arguments); });
     json["testPathOrigins"] = Json::array();
-    for (const Argument& argument : report.trace.arguments) {
+    for (const Argument& argument : arguments) {
         if (argument.kind == ArgumentKind::TestPath) {
             json["testPathOrigins"].push_back(givenAsJson(argument));
         }
     }
-    json["sources"] = Json::array();
-    for (const Source& source : report.trace.sources) {
-        json["sources"].push_back({{"name", source.name},
-                                   {"state", nameOf(source.state)},
-                                   {"tokens", tokensAsJson(report, source)}});
-        if (!source.message.empty()) {
-            json["sources"].back()["message"] = source.message;
-        }
-    }
-    json["hints"] = hintsAsJson(report.hints);
+    json["sources"] =
+        asList(report.trace.sources, [&](const Source& source) { return sourceAsJson(source, arguments); });
+    json["hints"] = asList(report.hints, hintAsJson);
     return json.dump(2) + '\n';
 }
 

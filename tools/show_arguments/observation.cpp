@@ -72,8 +72,8 @@ VariableState stateOf(const Variable& variable, bool isSet) {
     return variable.before == variable.after ? VariableState::SetAgain : VariableState::Set;
 }
 
-// Parses again in an environment without the variables: the parse sets those that exist afterwards. Only
-// the extra transport layer is set because it does not exist.
+// Parses again in an environment without the variables. The parse has set those that exist afterwards. The
+// exception is the extra transport layer, which a parse sets only if it is undefined.
 void findSetVariables(std::vector<Variable>& variables, int argc, char** argv) {
     for (const Variable& variable : variables) {
         if (variable.name != extraTransportLayer) {

@@ -53,7 +53,7 @@ std::vector<std::string_view> findSets(const TracedOption& option, const Observa
     }
     for (const std::string_view name : known.variables) {
         const Variable& variable = seen.variable(name);
-        // A driver comes first in it. Without one, -socketbuffer sets it.
+        // The value begins with the driver. Without a driver, -socketbuffer has set it.
         const bool needsDriver = name == streamParameters && known.kind == OptionKind::MultiValue;
         const bool hasDriver = variable.after.value_or("").rfind("Type=", 0) == 0;
         if (isSet(variable) && (hasDriver || !needsDriver)) {
@@ -98,7 +98,7 @@ void settle(const std::vector<Argument*>& arguments, const TracedOption& option,
         argument->outcome = outcome;
         if (argument != &last && !keepsAll(option.option->kind) && outcome != Outcome::NotUsed) {
             argument->outcome = Outcome::Lost;
-            argument->note = fmt::format("to {} from {}", plainOrQuoted(last.value), last.source);
+            argument->note = fmt::format("to the last value, from {}", last.source);
         } else if (outcome == Outcome::Empty) {
             argument->note = "as if not given";
         } else if (outcome == Outcome::Refused) {
@@ -117,7 +117,7 @@ std::string explainLayer(const std::vector<std::string>& parts, const std::strin
         return withDriver + " ignored";
     }
     if (parts[1] != driver) {
-        return fmt::format("{} lost to {}, the last in byte order", withDriver, plainOrQuoted(driver));
+        return withDriver + " lost to the last in byte order";
     }
     return withDriver + (isDriverSet ? " taken" : " not used: the parse failed");
 }

@@ -25,7 +25,7 @@ public:
 
     void addTitle(std::string_view title);
 
-    // Nothing, not even a title, without rows.
+    // Adds nothing, not even the title, if there are no rows.
     void addSection(std::string_view title, const std::vector<Row>& rows);
 
     void addParagraph(std::string_view content, std::size_t indent, Style style = Style::Plain);

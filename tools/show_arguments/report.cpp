@@ -46,7 +46,7 @@ std::string findReason(const Trace& trace) {
 }
 
 std::string findLibraryFile() {
-    // The address that a program takes of a function may be one in the program itself.
+    // A non-PIE program would get an address in itself from the "&" operator.
     void* function = dlsym(RTLD_DEFAULT, "OrvexTestCommandLineParser_Parse");
     Dl_info library = {};
     return function != nullptr && dladdr(function, &library) != 0 ? library.dli_fname : "";

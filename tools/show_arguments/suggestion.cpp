@@ -26,12 +26,13 @@ std::string coreOf(std::string_view name) {
     return core.rfind("tdc", 0) == 0 ? core.substr(3) : core;
 }
 
-// How far the name is from the option; both are cores. Smaller is nearer.
-std::size_t rank(std::string_view name, std::string_view option) {
-    if (name == option) {
+// How far the name, which has this core, is from the option. Smaller is nearer.
+std::size_t rank(std::string_view name, const std::string& core, std::string_view option) {
+    const std::string optionCore = coreOf(option);
+    if (core == optionCore) {
         return 0;
     }
-    if (name.size() >= 3 && option.substr(0, name.size()) == name) {
+    if (core.size() >= 3 && optionCore.rfind(core, 0) == 0) {
         return 1;
     }
     const std::size_t limit = name.size() <= 5 ? 1 : 2;
@@ -74,7 +75,7 @@ std::string_view suggestOption(std::string_view name) {
         if (core.empty() || option.kind == OptionKind::Unread) {
             continue;
         }
-        const std::size_t distance = rank(core, coreOf(option.name));
+        const std::size_t distance = rank(name, core, option.name);
         if (distance < best) {
             best = distance;
             suggestion = option.name;

@@ -12,9 +12,9 @@ namespace tool {
 // other; any number above the limit when there are more than that.
 std::size_t editDistance(std::string_view left, std::string_view right, std::size_t limit);
 
-// The option that an unknown name stands for: the same without regard to case, "-", "_" and "tdc_"; or
-// the only one that begins so; or the one with the fewest typing errors. Empty when there is none, or
-// when two are equally near.
+// The option that an unknown name probably means: the same name except for case, "-", "_" and "tdc_"; or
+// the only option that begins with the name; or the one with the fewest typing errors. Empty if there is
+// none, or if two are equally near.
 std::string_view suggestOption(std::string_view name);
 
 }  // namespace tool

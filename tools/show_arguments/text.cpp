@@ -21,13 +21,25 @@ Style styleOf(Outcome outcome) {
     }
 }
 
+std::string show(const Accessor& accessor) {
+    if (const auto* text = std::get_if<std::string>(&accessor.value)) {
+        return plainOrQuoted(*text);
+    }
+    return std::get<bool>(accessor.value) ? "yes" : "no";
+}
+
+std::string show(const Argument& argument) {
+    if (argument.kind != ArgumentKind::Flag) {
+        return plainOrQuoted(argument.value);
+    }
+    const bool needsValue = argument.option != nullptr && argument.option->kind != OptionKind::Flag;
+    return needsValue ? "(no value)" : "(flag)";
+}
+
 std::vector<Row> resultRows(const Report& report) {
     std::vector<Row> rows;
     for (const Accessor& accessor : report.seen.accessors) {
-        const auto* text = std::get_if<std::string>(&accessor.value);
-        const bool isTrue = text == nullptr && std::get<bool>(accessor.value);
-        rows.push_back(
-            {std::string(accessor.name), text == nullptr ? (isTrue ? "yes" : "no") : plainOrQuoted(*text)});
+        rows.push_back({std::string(accessor.name), show(accessor)});
     }
     return rows;
 }
@@ -110,11 +122,9 @@ std::vector<Row> optionRows(const Trace& trace) {
                         option.sets.empty() ? "" : fmt::format("sets {}", fmt::join(option.sets, ", "))});
         for (const std::size_t index : option.given) {
             const Argument& argument = trace.arguments[index];
-            const bool isFlag = argument.kind == ArgumentKind::Flag;
-            rows.push_back(
-                {fmt::format("  {}", nameOf(argument.outcome)),
-                 fmt::format("{:17}  {}", argument.source, isFlag ? "(flag)" : plainOrQuoted(argument.value)),
-                 styleOf(argument.outcome)});
+            rows.push_back({fmt::format("  {}", nameOf(argument.outcome)),
+                            fmt::format("{:17}  {}", argument.source, show(argument)),
+                            styleOf(argument.outcome)});
             if (!argument.note.empty()) {
                 rows.push_back({"", argument.note});
             }

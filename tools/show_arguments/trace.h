@@ -36,8 +36,14 @@ enum class ArgumentKind {
     TestPath,
     Flag,        // an option without a value
     Value,       // an option, with its value in the next token
-    InlineValue  // an option, with its value behind a "="
+    InlineValue  // an option, with its value after a "="
 };
+
+inline std::string_view nameOf(ArgumentKind kind) {
+    constexpr std::string_view names[] = {"program name", "dropped program name", "test path", "flag",
+                                          "option",       "option with value"};
+    return names[static_cast<std::size_t>(kind)];
+}
 
 enum class Outcome {
     Won,        // the value took effect
