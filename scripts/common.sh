@@ -1,8 +1,8 @@
-# Shared by the scripts of this folder: `source` it, with the project's root as the working directory.
+# Shared by the scripts in this directory: `source` it with the project's root as the working directory.
 
 set -euo pipefail
 
-# What a build with tools, examples and tests needs, and the tests themselves.
+# The packages for building tools, examples and tests, and for running the tests.
 build_packages=(g++ cmake ninja-build libgtest-dev libgmock-dev doctest-dev nlohmann-json3-dev libfmt-dev
     python3 pkgconf mandoc dpkg-dev file)
 
@@ -13,7 +13,7 @@ if [ "$platform" = Darwin ]; then
     development=macos-native
 fi
 
-# Progress goes to standard error, so that what a script prints can be piped.
+# Progress goes to standard error, so that the output of a script can be piped.
 step() {
     printf '== %s\n' "$*" >&2
 }
@@ -25,13 +25,13 @@ linux_only() {
     fi
 }
 
-# Runs a command with its output in a log, which is shown only when the command fails.
+# Runs a command with its output in a log, and shows the log only if the command fails.
 # quietly LOG COMMAND...
 quietly() {
     local log=$1
     shift
     mkdir -p "$(dirname "$log")"
-    # In the background, because `set -e` does not reach into a condition.
+    # In the background, because `set -e` has no effect inside a condition.
     "$@" >"$log" 2>&1 &
     if ! wait $!; then
         cat "$log" >&2
@@ -40,7 +40,7 @@ quietly() {
     fi
 }
 
-# Runs a long command: on a terminal with its own progress, otherwise with its output in a log.
+# Runs a long command. On a terminal it shows its own progress; otherwise its output goes into a log.
 # with_progress LOG COMMAND...
 with_progress() {
     if [ ! -t 2 ]; then
@@ -52,7 +52,7 @@ with_progress() {
     fi
 }
 
-# Whether a package is installed, by its Debian name. On a Mac, a command of that name will do.
+# Whether a package is installed, by its name on this platform. On a Mac, a command with that name is enough.
 is_installed() {
     if [ "$platform" = Darwin ]; then
         command -v "$1" >/dev/null || brew list --versions "$1" >/dev/null 2>&1
@@ -61,7 +61,7 @@ is_installed() {
     fi
 }
 
-# The name of a Debian package on this platform; nothing for what comes with another package.
+# The name of a Debian package on this platform; empty if it comes with another package or with the system.
 package_name() {
     case $platform/$1 in
         Darwin/g++ | Darwin/libgmock-dev | Darwin/mandoc | Darwin/dpkg-dev | Darwin/file) ;;
@@ -74,7 +74,7 @@ package_name() {
     esac
 }
 
-# Installs what is missing of the named Debian packages; where it may not, names it and stops.
+# Installs the named Debian packages that are missing. Where it cannot, it lists them and exits.
 # need_packages PACKAGE...
 need_packages() {
     local package missing=
@@ -148,8 +148,8 @@ run_tests() {
     fi
 }
 
-# Prints the names of the tests that failed, then the first lines of the output of the first of them. The
-# tests are numbered in the order in which CMake knows them: those of single functions first.
+# Prints the names of the failed tests, then the first lines of the output of the first ones. Tests are numbered in the
+# order of tests/CMakeLists.txt: unit tests come first.
 # show_failures LOG
 show_failures() {
     local lines=40 tests=10
@@ -162,7 +162,7 @@ show_failures() {
             if (number > 0) { title[number] = $0 }
             next
         }
-        # What GoogleTest prints around a failure says nothing more.
+        # Skips what GoogleTest prints around a failure.
         /^ *Start +[0-9]+: |^Note: Google Test filter|^Running main|^\[[-=]+\]|^\[  ?[A-Z ]+ \] |FAILED TEST|^ *$/ { next }
         /^[0-9]+% tests passed/ { number = 0 }
         number > 0 && ++count[number] <= lines { output[number] = output[number] $0 "\n" }
@@ -175,7 +175,7 @@ show_failures() {
                     if (count[i] > lines) printf "... and %d lines more\n", count[i] - lines
                 }
             }
-            # It did not come to the tests.
+            # No test was run.
             for (i = NR + 1; last == 0 && i <= NR + lines; ++i) if (i % lines in line) print line[i % lines]
             if (shown > tests) printf "\n... and %d tests more\n", shown - tests
             print "\nthe whole log: " log_file
