@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# `cpack -G TGZ` makes one archive for each component. Unpacked into one directory, wherever it is, they serve an outside
-# project, and the tool runs.
+# `cpack -G TGZ` makes one archive for each component. An outside project can use them from any directory that they are
+# unpacked into, and the tool runs.
 source "$(dirname "$0")/package.sh"
 
 make_packages TGZ

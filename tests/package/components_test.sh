@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
-# The runtime component is what a program needs to run, the development component what it needs on top
-# to be built.
+# A program needs the runtime component to run, and the development component in addition to be built.
 source "$(dirname "$0")/package.sh"
 
-# The name of one file holds the build type. files_in PREFIX
+# Lists the files, without the build type that one of the names contains. files_in PREFIX
 files_in() {
     (cd "$1" && find . ! -type d | sed 's/Config-[a-z]*\.cmake$/Config-TYPE.cmake/' | sort)
 }
@@ -32,9 +31,9 @@ expect_equal 'development holds headers, name link, CMake package, pkg-config fi
     "$(files_in "$work/development")"
 
 install_to "$work/all"
-[ ! -e "$work/all/Frameworks" ] || fail 'the sdk component is installed only when it is named'
+[ ! -e "$work/all/Frameworks" ] || fail 'the sdk component is installed only on request'
 
-# A program that was built with both runs with runtime alone.
+# A program that was built with both components runs with runtime alone.
 install_to "$work/both" --component runtime
 install_to "$work/both" --component development
 quietly "$CC" ${CFLAGS:-} "$consumers/main.c" -o "$work/program" "-I$work/both/$PACKAGE_INCLUDEDIR" ${LDFLAGS:-} \

@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# The commands in the documents work as they are written, in a new clone: those that need less than a minute and that no
-# other check runs.
+# The commands in the documents work as written in a new clone. Covers those that take less than a minute and that no other
+# check runs.
 source "$(dirname "$0")/package.sh"
 
 quietly git clone "$PACKAGE_SOURCE" "$work/clone"
 cd "$work/clone"
 
-# The scripts choose their compilers themselves, as in a user's shell.
+# As in a user's shell, the scripts choose the compilers.
 unset CC CXX CFLAGS CXXFLAGS LDFLAGS
 
-# documented DOCUMENT COMMAND [WORD REPLACEMENT]: a word that the document leaves for its reader to fill in
+# Runs a command from a document, with a placeholder replaced. documented DOCUMENT COMMAND [PLACEHOLDER REPLACEMENT]
 documented() {
     local command=$2
     grep -qF -- "$command" "$1" || fail "$1 has the command: $command"

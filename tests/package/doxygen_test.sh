@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Every public declaration is documented: doxygen reads the headers and the documents without a warning. What looks like
-# doxygen's own notation comes through unchanged, and no page leads to a file that is not there.
+# Doxygen reads the headers and the documents without a warning, so every public declaration is documented. Text that looks
+# like Doxygen's own notation is unchanged, and no page links to a missing file.
 source "$(dirname "$0")/package.sh"
 
 mkdir "$work/docs"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Outside CMake projects find the installed package after its prefix has moved.
+# An outside CMake project finds the installed package after its prefix has moved.
 source "$(dirname "$0")/package.sh"
 
 install_moved
@@ -13,7 +13,7 @@ for program in cpp11 cpp20 c99; do
 done
 grep -q -- '-std=c++11' "$built/compile_commands.json" || fail 'cpp11 is compiled as C++11'
 
-# A package of one major version serves no project that asks for another one.
+# A project that asks for another major version is refused.
 for version in 0.9 2; do
     project=$work/version_$version
     mkdir "$project"
@@ -30,5 +30,5 @@ done
 
 if grep -rIF -e "$work/first" -e "$PACKAGE_SOURCE" -e "$PACKAGE_BUILD" "$prefix/$PACKAGE_LIBDIR" \
     "$prefix/$PACKAGE_INCLUDEDIR"; then
-    fail 'no installed text names the place of its build or of its first installation'
+    fail 'no installed file names the build directory or the first prefix'
 fi

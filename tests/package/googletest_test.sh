@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# A program like the installed camera_suite example can be used with CMake's test discovery, with GoogleTest's own
-# flags and in shards.
+# A program like the installed example camera_suite works with CMake's test discovery, with GoogleTest's own flags and in
+# shards.
 source "$(dirname "$0")/package.sh"
 unset GTEST_FILTER GTEST_OUTPUT GTEST_TOTAL_SHARDS GTEST_SHARD_INDEX
 
@@ -12,8 +12,8 @@ PacketSize.FitsJumboFrame
 PacketSize.IsWholeNumber
 StreamParameters.NameTheDriverBeforeTheSocketBuffer'
 
-# The GoogleTest tests that ran, and passed, in the tests of ctest that a pattern selects; ORVEX_TEST_ARGS has the good
-# arguments and the further ones. tests_run_by PATTERN [ARGUMENT...]
+# Runs the ctest tests that match a pattern, with further arguments in ORVEX_TEST_ARGS, and prints the GoogleTest tests that
+# ran and passed. tests_run_by PATTERN [ARGUMENT...]
 tests_run_by() {
     ORVEX_TEST_ARGS="$good_arguments ${*:2}" quietly ctest --test-dir "$built" --no-tests=error -V -R "$1"
     sed -n 's/^[0-9]*: \[       OK \] \([A-Za-z.]*\) .*/\1/p' "$work/log" | LC_ALL=C sort
@@ -25,7 +25,7 @@ build_project "$consumers/googletest" "-DCMAKE_PREFIX_PATH=$prefix" \
 
 expect_equal 'a test path limits what is discovered' $'PacketSize.FitsJumboFrame\nPacketSize.IsWholeNumber' \
     "$(tests_run_by '^pre_test/' PacketSize)"
-# A newer program is asked for its tests again.
+# Makes CMake discover the tests again.
 touch "$built/camera_suite"
 
 for tests in post_build pre_test shard; do

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The pkg-config file names the library that was built, also where its name differs between configurations.
+# The pkg-config file names the library that was built, even if the name differs between configurations.
 source "$(dirname "$0")/package.sh"
 
 build_project "$PACKAGE_SOURCE" -G 'Ninja Multi-Config' -DCMAKE_DEBUG_POSTFIX=d -DCMAKE_UNITY_BUILD=ON \

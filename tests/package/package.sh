@@ -1,4 +1,4 @@
-# Shared by the tests of this folder: temporary directory, installation, checks.
+# Shared by the tests in this directory: temporary directory, installation, checks.
 
 set -euo pipefail
 unset ORVEX_TEST_ARGS _ORVEX_TEST_ARGS_ ORVEX_DEVICE_FILTER GENICAM_GENTL64_PATH
@@ -15,7 +15,7 @@ fail() {
     exit 1
 }
 
-# Shows the output of a command only when the command fails. quietly COMMAND...
+# Shows the output of a command only if the command fails. quietly COMMAND...
 quietly() {
     "$@" >"$work/log" 2>&1 || {
         cat "$work/log" >&2

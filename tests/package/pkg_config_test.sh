@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Outside programs that are held to strict warnings are compiled and linked with what pkg-config says about the package
-# after its prefix has moved, and run where only the runtime component is installed.
+# Outside programs compile, with strict warnings, and link with pkg-config's flags after the prefix has moved, and run where
+# only the runtime component is installed.
 source "$(dirname "$0")/package.sh"
 
 install_moved
@@ -14,13 +14,13 @@ warnings='-Wall -Wextra -pedantic -Werror'
 compile_flags=$(pkg-config --cflags testcommandlineparser)
 link_flags="$(pkg-config --libs testcommandlineparser) -Wl,-rpath,$prefix/$PACKAGE_LIBDIR"
 
-# expect_valid DIRECTORY: of the pkg-config file
+# Expects a valid pkg-config file. expect_valid DIRECTORY
 expect_valid() {
     [ -z "$(PKG_CONFIG_LIBDIR=$1 pkg-config --validate testcommandlineparser 2>&1)" ] || fail "the file in $1 is valid"
 }
 expect_valid "$PKG_CONFIG_LIBDIR"
 
-# The flags are lists of words. compile COMPILER AND FLAGS...
+# Compiles and links with flags that are lists of words. compile COMPILER AND FLAGS...
 compile() {
     quietly "$@" $warnings $compile_flags ${LDFLAGS:-} $link_flags
 }
@@ -34,7 +34,7 @@ for standard in c++11 c++20; do
     expect_consumer_works "$work/$standard"
 done
 
-# The C header is for C++ programs, too.
+# C++ programs can use the C header, too.
 compile "$CXX" ${CXXFLAGS:-} -std=c++11 -x c++ "$consumers/main.c" -x none -o "$work/c_header_in_cpp"
 expect_consumer_works "$work/c_header_in_cpp"
 
@@ -44,8 +44,8 @@ for program in c99 c11 c++11 c++20 c_header_in_cpp; do
     expect_consumer_works "$work/$program"
 done
 
-# The two prefixes that do not move are written as they are, whichever one the build was configured with. The compiler
-# searches the directories of /usr anyway.
+# The two prefixes that do not move are absolute, whatever prefix the build was configured with. The compiler searches /usr
+# anyway.
 # flags_in PREFIX OPTION...
 flags_in() {
     PKG_CONFIG_LIBDIR=$work/root$1/$PACKAGE_LIBDIR/pkgconfig pkg-config "${@:2}" testcommandlineparser | xargs

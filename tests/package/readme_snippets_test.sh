@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# The code in README.md works as README.md says: built as a project against the installed package and by pkg-config, and
-# configured against the source tree.
+# The code in README.md works: built against the installed package with CMake and with pkg-config, and configured against the
+# source tree.
 source "$(dirname "$0")/package.sh"
 
 install_moved
 project=$work/project
 python3 "$PACKAGE_SOURCE/tests/package/readme_snippets.py" "$PACKAGE_SOURCE/README.md" "$project"
 
-# with_source_tree NAME CODE [CMAKE OPTION...]: configures the project with the code in place of find_package.
+# Configures the project with the code in place of find_package. with_source_tree NAME CODE [CMAKE OPTION...]
 with_source_tree() {
     local copy=$work/$1
     cp -r "$project" "$copy"
@@ -22,7 +22,7 @@ with_source_tree add_subdirectory "$(grep -o 'add_subdirectory([a-z]*)' "$PACKAG
 
 build_project "$project" "-DCMAKE_PREFIX_PATH=$prefix"
 
-# The compiler that the package was built with, with the flags that a sanitizer needs.
+# The compiler and the flags that the package was built with.
 c++() {
     "$CXX" ${CXXFLAGS:-} "$@" ${LDFLAGS:-}
 }
@@ -30,7 +30,7 @@ cd "$project"
 sed "s|PREFIX/lib|$prefix/$PACKAGE_LIBDIR|" pkg_config.sh >pkg_config_here.sh
 quietly source ./pkg_config_here.sh
 
-# The programs run without what only builds them.
+# The programs run without the development files.
 rm -r "$prefix"
 install_to "$prefix" --component runtime
 for program in "$built/camera_test" "$built/camera_test_c" "$project/camera_test"; do

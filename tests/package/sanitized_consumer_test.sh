@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A project that is built with clang and its sanitizers, and has the library as a part of it, links and runs.
+# A project that includes the source tree and is built with clang and its sanitizers links and runs.
 source "$(dirname "$0")/package.sh"
 
 for library in libstdc++ libc++; do

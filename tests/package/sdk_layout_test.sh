@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The sdk component lies where the library expects itself to be: a parse that asks for DravikGTC names
-# the producer directories of the same SDK, also after the SDK has moved.
+# The sdk component is where the library expects to be: a parse with DravikGTC sets the producer directories of the same SDK,
+# even after the SDK has moved.
 source "$(dirname "$0")/package.sh"
 
 install_to "$work/first" --component sdk
@@ -20,7 +20,7 @@ quietly "$CC" ${CFLAGS:-} "-I$PACKAGE_SOURCE/include" "$consumers/main.c" -o "$s
     "$libraries/$PACKAGE_VERSION_LINK" "-Wl,-rpath,$libraries"
 cd "$sdk/tests"
 
-# producer_path TRANSPORT-LAYER: what is left in the variable, one directory a line
+# Prints the resulting variable, one directory a line. producer_path TRANSPORT-LAYER
 producer_path() {
     GENICAM_GENTL64_PATH=/earlier/gtl ./program -tl "$1" | tail -n 1 | tr : '\n'
 }

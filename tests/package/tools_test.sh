@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The installed show_arguments finds the installed library, also after both have moved. Its manual page is installed with
-# it, without a fault, and its examples work.
+# The installed show_arguments finds the installed library, even after both have moved. Its manual page is installed and
+# correct, and the examples in it work.
 source "$(dirname "$0")/package.sh"
 
 install_to "$work/first" --component runtime
