@@ -1,6 +1,6 @@
 # Installation in three components, all relocatable: runtime (the library), development (headers, CMake
-# package, pkg-config file) and tools. A fourth, sdk, is installed only when it is named: the library
-# as it lies inside the SDK's framework bundle.
+# package, pkg-config file) and tools. A fourth, sdk, is installed only on request: the library at its location
+# inside the SDK's framework bundle.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -55,7 +55,7 @@ install(FILES
   DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/testcommandlineparser/examples COMPONENT development)
 
 if(TESTCOMMANDLINEPARSER_BUILD_TOOLS)
-  # The program finds the library beside itself, wherever the prefix is.
+  # Locate the library relative to the program, so that the prefix can move.
   file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
   set_target_properties(show_arguments PROPERTIES INSTALL_RPATH
     $<IF:$<BOOL:${APPLE}>,@executable_path,$ORIGIN>/${bin_to_lib})

@@ -2,7 +2,7 @@
 
 option(TESTCOMMANDLINEPARSER_STRICT "Treat compiler warnings as errors" OFF)
 set(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE "" CACHE PATH
-  "GoogleTest's source directory, to build it along instead of using an installed one")
+  "GoogleTest's source directory, to build it with the project instead of using an installed one")
 
 # GoogleTest must be built for the same standard library and platform as the examples and tests.
 if(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE)

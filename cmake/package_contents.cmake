@@ -1,6 +1,6 @@
 # Run by cpack after the installation and before the packages are made.
 
-# Everybody may read them, whatever the umask is.
+# Make files world-readable regardless of the umask.
 execute_process(COMMAND chmod -R go=rX ${CPACK_TEMPORARY_INSTALL_DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)
 
 # Debian wants manual pages compressed.

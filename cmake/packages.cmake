@@ -23,7 +23,7 @@ set(CPACK_PACKAGE_CONTACT "Orvex test maintainers <maintainers@orvex.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 
 file(WRITE ${PROJECT_BINARY_DIR}/triggers "activate-noawait ldconfig\n")
-# CPack installs what goes into Debian packages to /usr, whichever prefix the build was configured with.
+# Debian packages install to /usr, regardless of the configured prefix.
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
@@ -57,8 +57,8 @@ set(CPACK_DEBIAN_TOOLS_DESCRIPTION "show how Orvex test programs interpret their
 The program show_arguments shows how a test program interprets its arguments
 and those in two environment variables, and why.")
 
-# In Debian's directory for one architecture, which GNUInstallDirs chooses for the prefix /usr, they can be installed
-# beside those for other architectures. CMake 3.31 and later write it into the packages.
+# In Debian's directory for one architecture, which GNUInstallDirs chooses for the prefix /usr, they can be co-installed with
+# other architectures. CMake writes this field from 3.31 on.
 if(CMAKE_LIBRARY_ARCHITECTURE AND CMAKE_INSTALL_LIBDIR STREQUAL "lib/${CMAKE_LIBRARY_ARCHITECTURE}")
   set(CPACK_DEBIAN_RUNTIME_PACKAGE_MULTIARCH same)
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)

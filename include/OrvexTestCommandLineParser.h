@@ -24,14 +24,14 @@
 /// - References stay valid for the parser's lifetime; a later Parse or an assignment may change what they
 ///   refer to. Both invalidate references to single test paths.
 /// - Nothing here is locked. Parse writes the process environment, which all threads share.
-/// - The classes hold standard containers by value: build a program with the standard library and with
-///   the version of this header that the library was built with. Otherwise the program may link, and then
-///   read or write the wrong memory. This header refuses libc++ for a library that was built with
-///   libstdc++ and the reverse (the library's target and its pkg-config file define
-///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_LIBCXX where it applies, outside Apple platforms), and
-///   `_GLIBCXX_DEBUG` and `_GLIBCXX_USE_CXX11_ABI=0`, which change libstdc++'s containers.
-///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS switches these checks off, for a library
-///   that was built with the same settings as the program.
+/// - The classes hold standard containers by value: build the program with the same standard library and
+///   the same version of this header as the library. Otherwise it may link, and then read or write the wrong
+///   memory. This header rejects a mix of libc++ and libstdc++: outside Apple platforms, the target and the
+///   pkg-config file of a library that was built with libc++ define
+///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_LIBCXX. It also rejects `_GLIBCXX_DEBUG` and
+///   `_GLIBCXX_USE_CXX11_ABI=0`, which change libstdc++'s containers. Define
+///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS to switch these checks off if the library was
+///   built with the same settings as the program.
 ///
 /// Usable from C++11 on. C programs, and C++ programs that want the one process-wide parser, use
 /// OrvexTestCommandLineParserC.h.
@@ -70,7 +70,7 @@ ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_LIBCXX."
 /// What is known about the test run: eighteen strings, all empty after construction. They are filled near
 /// the end of Parse; a Parse that fails earlier leaves them unchanged, and one that runs out of memory
 /// at that point leaves some of them changed. A string whose option is absent or empty is left
-/// unchanged, except for the three with a fixed start value. Nothing interprets the strings.
+/// unchanged, except for group, fixedZero and transportLayers. Nothing interprets the strings.
 ///
 /// The order is part of the interface: the C interface copies the first sixteen fields, in this order,
 /// into slots of 256 bytes.
@@ -97,13 +97,13 @@ struct TestRunInformation {
 
 // The registered option names, and what scans of token lists have found. Declared here only because the
 // parser holds one by value: it is not exported, and test programs use OrvexTestCommandLineParser instead.
-// Part of its interface is given rather than needed here: getValue, trimLeadingDashes, isNumber and all modes
-// but UnknownAsFlag.
+// The parser does not use getValue, trimLeadingDashes, isNumber or any mode but UnknownAsFlag; they belong to
+// the registry's general interface.
 //
 // Option names are passed with or without dashes (`o`, `-o` and `--o` are the same) and compared byte by
 // byte. Scans only add; nothing is ever removed. References stay valid for the registry's lifetime, but a
 // scan may change what they refer to. No function reads or writes an environment variable. Running out of
-// memory throws std::bad_alloc, except in isNumber.
+// memory throws std::bad_alloc, except inside the extraction of isNumber.
 class OptionRegistry {
 public:
     // Bits of the mode word.
@@ -116,7 +116,7 @@ public:
         // "name=value" is not split: all of it is the name.
         NoInlineValue = 4,
         // "-abc" is the flags a, b and c, unless abc is registered by addValueOptions. If the last letter is
-        // registered so, it takes a value.
+        // itself registered by addValueOptions, it takes a value.
         GroupedShortFlags = 8
     };
 
@@ -124,7 +124,7 @@ public:
     struct Name {
         Name(const char* name) : begin(name), size(std::char_traits<char>::length(name)) {}
         Name(const std::string& name) : begin(name.data()), size(name.size()) {}
-        Name(const char* begin, std::size_t size) : begin(begin), size(size) {}
+        Name(const char* first, std::size_t count) : begin(first), size(count) {}
 
         const char* begin;  // not null; need not be NUL-terminated
         std::size_t size;   // in bytes
@@ -145,14 +145,15 @@ public:
     void parseArgv(int argc, const char* const* argv);
 
     // Scans a token list: the program name, then the arguments. It is copied and must not be a list of this
-    // registry. If an earlier scan has found a positional argument, the program name is dropped.
+    // registry. A program name that is not an option is dropped if there is a positional argument already.
     void parseTokens(const std::vector<std::string>& tokens);
 
     // Whether the option was given without a value.
     bool hasOption(Name name) const;
 
-    // A stream over the last value; over all values joined by one space, for a multi-value option (which may
-    // have none). If there is no value, the stream is empty and has already failed.
+    // A stream over the last value. For a multi-value option, a stream over all values joined by one space,
+    // which is empty if there are none. For another option without a value, an empty stream that has already
+    // failed.
     std::istringstream getValue(Name name) const;
 
     // The last value of an option that is not a multi-value option, or an empty string.
@@ -226,7 +227,7 @@ public:
     /// - argc: the number of arguments, the program name included. 0 returns true at once, with
     ///     nothing read or changed, whatever argv is.
     /// - argv: argc pointers to NUL-terminated strings, none of them null. Read during the call only.
-    /// - Result: false, with nothing printed, for a failure of the first table; otherwise true.
+    /// - Result: false for any failure in the first table; otherwise true. Prints nothing.
     /// - Errors: lets no exception out. One that is not a std::exception, which only a replaced allocation
     ///     function or a new-handler can throw, ends the process through std::terminate.
     ///
@@ -237,29 +238,31 @@ public:
     ///     unterminated quote
     ///     _ORVEX_TEST_ARGS_ has an           the other sources are scanned; no accessor has changed
     ///     unterminated quote
-    ///     -socketbuffer does not begin with  the accessors have their new values, except for the record;
-    ///     a decimal digit                    no variable is set
+    ///     -socketbuffer is not empty and     the accessors have their new values, except for the record;
+    ///     does not begin with a digit        no variable is set
     ///     -packetsize, -packetdelay or       the accessors likewise; the variables before its own in the
-    ///     -camemu does not                   list below are set
+    ///     -camemu likewise                   list below are set
     ///     a variable of the list up to       the same
     ///     TEST_PROPERTIES cannot be set
     ///     GENICAM_GENTL64_PATH needs the     the same
     ///     SDK's directory: it is not found
     ///     memory runs out                    what came before; the step it interrupts may be half done
     ///
-    /// Two failures are ignored: a variable from GENICAM_GENTL64_PATH on that cannot be set, and running out
-    /// of memory while that path is expanded (its references stay as they are) or a number is read.
+    /// Ignored failures: a variable from GENICAM_GENTL64_PATH on cannot be set; memory runs out while that
+    /// path is expanded (its references stay as they are) or inside the standard library's extraction of a
+    /// number.
     ///
     /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and, for
     /// GENICAM_GENTL64_PATH, its old value, which is not expanded, and variables that the SDK's directory
     /// references as `%NAME%` or `$(NAME)`. The directory appears twice in the new path, unescaped: "$$"
-    /// becomes "$", a single "%" pairs with the one in the second copy, and "$(" with the next ")".
+    /// becomes "$", a single "%" pairs with the one in the second copy, and an unmatched "$(" pairs with the
+    /// next ")", which may be that of the reference to the old value: then the old value is lost.
     ///
     /// Writes, in this order:
     ///
     ///     ORVEX_GTC_USE_EXTRA_TL      "1", only if it is not defined
-    ///     ORVEX_DEVICE_FILTER         "DeviceClass=" and a class, for each class in -tl, sorted and
-    ///                                 joined by "||"; only with an entry in -tl
+    ///     ORVEX_DEVICE_FILTER         "DeviceClass=" and a class, for each different class in -tl, sorted
+    ///                                 and joined by "||"; only if -tl has a non-empty entry
     ///     ORVEX_GIGE_STREAMPARAMS     "Type=" and the driver named after "DravikGigE:" in -tl (if there
     ///                                 are several, the last in byte order), "SocketBufferSize=" and
     ///                                 -socketbuffer, or both with a space between
@@ -268,7 +271,8 @@ public:
     ///     ORVEX_CAMEMU                -camemu
     ///     TEST_PROPERTIES             the -p values joined by one space
     ///     GENICAM_GENTL64_PATH        the producer directories of the SDK that this library belongs
-    ///                                 to, in front of the old value; only if -tl has "DravikGTC"
+    ///                                 to, in front of the old value; only if -tl contains "DravikGTC"
+    ///                                 anywhere
     ///     TEST_SESSION_GUID           -tdc_guid
     ///     TEST_SESSION_NAME           -tdc_runname
     ///     TEST_SESSION_DESCRIPTION    -tdc_rundescription
@@ -282,7 +286,7 @@ public:
     ///
     /// Apart from the first and ORVEX_GIGE_STREAM_GEVSCPS, a variable is left unchanged if its value would
     /// be empty. Empty values of -tl and -p are joined like others: "-p= -p=" sets one space. An empty driver
-    /// counts, too: "-tl DravikGigE::more" sets "Type=".
+    /// takes effect as well: "-tl DravikGigE::more" sets "Type=".
     ///
     /// A second Parse adds to what the first one scanned: options that it lacks apply again, and all test
     /// paths scanned so far are appended again.
@@ -312,7 +316,7 @@ public:
     bool Parse(int argc, char* args);
 
     /// Scans the arguments in an environment variable, as Parse does for its own two, and does nothing
-    /// else: no accessor changes before the next Parse, which finds these arguments scanned already.
+    /// else. Accessors do not change until the next Parse, which also applies these arguments.
     ///
     /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind
     /// inside them is an ordinary byte, what touches them belongs to the same argument, and an empty pair
@@ -322,14 +326,14 @@ public:
     /// - variableName: the variable to read. Null or empty: nothing happens.
     /// - programName: a NUL-terminated string, not null, which takes the place of argv[0].
     /// - Errors: throws std::runtime_error, with nothing scanned, for an unterminated quote, and
-    ///     std::bad_alloc when memory runs out, except while a number such as "-5" is read.
-    /// - Reads the named variable; one that is undefined, empty or only spaces and tabs adds nothing. Writes
-    /// none.
+    ///     std::bad_alloc when memory runs out, except inside the extraction of a number such as "-5".
+    /// - Reads the named variable; an undefined or blank one adds nothing. Writes no variable.
     void ParseArgsFromEnvironmentVariable(const char* variableName, const char* programName);
 
-    /// The program name: the first argument ever scanned that is neither an option nor the value of one.
-    /// That is the argv[0] of the first Parse that scanned anything, unless it looks like an option or
-    /// ParseArgsFromEnvironmentVariable was called before with another program name.
+    /// The program name as of the last Parse that got as far as the accessors: the first argument ever
+    /// scanned that is neither an option nor the value of one. That is the argv[0] of the first Parse that
+    /// scanned anything, unless it looks like an option or ParseArgsFromEnvironmentVariable was called before
+    /// with another program name.
     const std::string& getApplicationName() const noexcept;
 
     /// The name of the XML report file, -x; empty when it was not given.

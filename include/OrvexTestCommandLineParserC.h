@@ -14,7 +14,7 @@
  *     }
  *
  * Conventions:
- * - A function that returns int returns 1 for success or yes and 0 for failure or no.
+ * - Functions returning int return 1 for success or true, 0 for failure or false.
  * - A string that a function returns belongs to the parser: it is NUL-terminated, never null, and must
  *   be neither changed nor freed. It is valid until the next parse, and not after exit handlers have
  *   begun to run or the library has been unloaded. It is empty until a parse has filled it.
@@ -48,21 +48,21 @@ extern "C" {
 #endif
 
 /** Parses the command line and the arguments in ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`.
- * - argc: the number of arguments, the program name included; with 0 nothing happens and 1 is returned.
+ * - argc: the number of arguments, the program name included; 0 returns 1 and does nothing else.
  * - argv: argc NUL-terminated strings, none null; read during the call only.
- * - Result: 1; or 0 when the arguments are bad, when a variable up to TEST_PROPERTIES cannot be set, when
- *     the SDK's directory is needed and not found, or when memory runs out. What was done up to the failure
- *     is kept. A failure to set a later variable is ignored. */
+ * - Result: 1; or 0 when the arguments are bad, when a variable that the SDK reads cannot be set (except for
+ *     GENICAM_GENTL64_PATH), when the SDK's directory is needed and not found, or when memory runs out. What
+ *     was done up to the failure is kept. A failure to set another variable is ignored. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int argc, char** argv);
 
 /** The same for wide arguments, each wchar_t of which is one UTF-32 code point. They become UTF-8.
- * - Result: also 0, with nothing parsed, when argc is negative, when argv or an argument is null (argv
- *     may be when argc is 0), when a code point lies above 0x10FFFF, or when the UTF-8 of one argument
- *     has more bytes than an int can count. */
+ * - Result: also 0, with nothing parsed, if argc is negative, if argv is null and argc is positive,
+ *     if an argument is null, if a code point is above 0x10FFFF, or if the UTF-8 of one argument has more
+ *     bytes than an int can count. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_ParseW(int argc, wchar_t** argv);
 
-/** The program name: the first argument ever scanned that is neither an option nor the value of one,
- * usually the argv[0] of the first parse that scanned anything. */
+/** The program name as of the last parse that got as far as this: the first argument ever scanned that is
+ * neither an option nor the value of one, usually the argv[0] of the first parse that scanned anything. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetApplicationName(void);
 
 /** The name of the XML report file, -x; empty when it was not given. */
@@ -105,8 +105,8 @@ OrvexTestCommandLineParser_GetHelpMessage(const char* applicationName, char* buf
  *     of the slot. In order: group, session identifier, run name, run description, product, "0", user
  *     identifier, revision, branch, revision again, branch again, computer name, operating system,
  *     transport layers, report file, test name. All, "0" included, are empty until a parse has filled them.
- * - Result: 1; or 0 when buffer is null, and when a string has more than 255 bytes. The slots before that
- *     string are filled then, and its own and all later ones are zero. */
+ * - Result: 1; or 0 when buffer is null, and when a string has more than 255 bytes. In that case
+ *     the earlier slots are filled; that slot and all later ones are zero. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetTestRunInformation(char* buffer);
 
 #ifdef __cplusplus

@@ -1,6 +1,6 @@
 """Small changes to C++ source text, found token by token.
 
-The source is taken to be formatted as clang-format leaves it: binary operators stand between blanks,
+The source is taken to be formatted as clang-format leaves it: binary operators are surrounded by spaces,
 template brackets, references and unary operators do not, and every controlled statement has braces.
 """
 
@@ -33,7 +33,7 @@ WORDS = {
 }
 COMPARISONS = {"==", "!=", "<", "<=", ">", ">="}
 OPENING, CLOSING = set("([{"), set(")]}")
-# What stands before the brace of a function, a lambda or a controlled block.
+# What precedes the brace of a function, a lambda or a controlled block.
 BEFORE_BODY = {")", "const", "noexcept", "override", "else", "try", "do"}
 NAMES_BEFORE_BODY = {"namespace", "class", "struct", "enum"}
 # Not deleted: without a declaration, the rest would not compile; of "if" and "while", the condition is changed.

@@ -25,7 +25,7 @@ else()
   set(_macos_runtime "${_macos_root}/build/macos-toolchain/runtime")
 endif()
 if(NOT EXISTS "${_macos_zig}/zig" OR NOT EXISTS "${_macos_runtime}/libc++.a")
-  message(FATAL_ERROR "The macOS toolchain is not there yet: run scripts/build-macos once.")
+  message(FATAL_ERROR "The macOS toolchain is missing; run scripts/build-macos first.")
 endif()
 
 # A version without its minor number (macos.11) is refused.

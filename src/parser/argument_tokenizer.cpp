@@ -10,7 +10,7 @@ namespace orvex {
 namespace {
 
 // Appends the byte after a backslash. A trailing backslash is literal: get() fails and leaves it in byte. The
-// check is therefore unreachable; it is part of the defined behaviour and stays.
+// check is therefore unreachable; it is kept on purpose.
 void appendLiterally(std::istringstream& input, char& byte, std::string& token) {
     // GCOVR_EXCL_START: once a read has failed, the scan ends
     if (input.eof()) {

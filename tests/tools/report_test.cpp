@@ -22,7 +22,7 @@ TEST_F(ReportWithoutArguments, SaysThatNothingWasReadOrSet) {
     EXPECT_EQ(report.seen.variable("ORVEX_CAMEMU").state, tool::VariableState::Kept);
     EXPECT_EQ(get("ORVEX_GTC_USE_EXTRA_TL"), "(undefined)");
     const std::string text = tool::asText(report, {});
-    EXPECT_THAT(text, HasSubstr("\nEnvironment, kept as it was\n  ORVEX_CAMEMU  1\n"));
+    EXPECT_THAT(text, HasSubstr("\nEnvironment, kept from before\n  ORVEX_CAMEMU  1\n"));
     EXPECT_THAT(text, EndsWith("\n\nsucceeded\n"));
     EXPECT_THAT(tool::asJson(report), HasSubstr("\"succeeded\": true"));
 }

@@ -268,7 +268,7 @@ class Producers(unittest.TestCase):
                             {"path": f"{libraries}/orvexCXP/bin", "exists": False}]})
         self.assertEqual(report["hints"], [])
         lines = sections(show("-tl", "DravikGTC", variables=self.variables).stdout)
-        self.assertEqual(lines["Producer directories of the library that is loaded here"], [
+        self.assertEqual(lines["Producer directories of the loaded library"], [
             f"  library  {report['producers']['library']}",
             f"  exists   {libraries}/gentlproducer/gtl",
             f"  missing  {libraries}/orvexCXP/bin"])
@@ -357,6 +357,10 @@ class Hints(unittest.TestCase):
          {"waitBeforeExit": True}),
         ("'-?=1'", '"-?" takes no value: "-?=1" is not read. Leave out the value to switch it on.', "'-?'",
          {"helpRequested": True}),
+        ("'-packetsize 1500'", '"-packetsize 1500" is not a known option. A value is a separate argument.',
+         "-packetsize 1500", {"ORVEX_GIGE_STREAM_GEVSCPS": "1500"}),
+        ("'-o result.txt'", '"-o result.txt" is not a known option. A value is a separate argument.', "-o result.txt",
+         {"outputFilename": "result.txt"}),
         ("-oresult.txt", '"-oresult.txt" is not a known option. A value is a separate argument.', "-o result.txt",
          {"outputFilename": "result.txt"}),
         ("-packetsize1500", '"-packetsize1500" is not a known option. A value is a separate argument.',
@@ -421,8 +425,9 @@ class Hints(unittest.TestCase):
          {"ORVEX_DEVICE_FILTER": "DeviceClass=DravikUsb"}),
         ("-tl DravikGigE:S:more", '"more" is ignored: it comes after a driver.', "-tl DravikGigE:S",
          {"ORVEX_GIGE_STREAMPARAMS": "Type=S"}),
+        ("-tl DravikGigE::more", '"more" is ignored: it comes after a driver.', None, {}),
         ("-tl DravikGigE:A,DravikGigE:B",
-         'The driver "A" is not used: of several drivers the last in byte order wins.', None, {}),
+         'The driver "A" is not used: if there are several drivers, the last in byte order wins.', None, {}),
         ("-tl DravikGTCx", '"DravikGTCx" is not the class "DravikGTC", but contains the name. That is enough to set '
          "GENICAM_GENTL64_PATH.", None, {}),
         ("-tl DravikGigE:DravikGTC", '"DravikGigE:DravikGTC" is not the class "DravikGTC", but contains the name. '
@@ -626,7 +631,7 @@ class Terminal(unittest.TestCase):
                 "  ORVEX_GTC_USE_EXTRA_TL     1",
                 "  ORVEX_GIGE_STREAM_GEVSCPS  8192  (the default; was 9000)",
             ],
-            "Environment, kept as it was": ["  ORVEX_CAMEMU  2"],
+            "Environment, kept from before": ["  ORVEX_CAMEMU  2"],
             "Options": [
                 "  -o         sets outputFilename",
                 "    lost     ORVEX_TEST_ARGS    a",

@@ -133,7 +133,8 @@ AttachedValue findAttachedValue(const Argument& argument) {
         }
     }
     const bool hasColon = startsWith(found.value, ":");
-    found.value.remove_prefix(hasColon ? 1 : 0);
+    found.value.remove_prefix(hasColon ? 1
+                                       : std::min(found.value.find_first_not_of(' '), found.value.size()));
     if (found.option == nullptr || !isUsableValue(*found.option, found.value)) {
         return {};
     }
@@ -406,12 +407,16 @@ std::string intendedClass(const std::string& name) {
     return name;
 }
 
-// The value with spaces, case and drivers put right.
+// The value with spaces, case and drivers put right. Only what follows an empty driver makes it one, so that
+// such a value has no correction.
 std::string correctLayers(const Place& place) {
     std::vector<std::string> entries;
     for (Layer& layer : splitTransportLayers(place.here.value)) {
         std::transform(layer.begin(), layer.end(), layer.begin(), trimmed);
         layer[0] = intendedClass(layer[0]);
+        if (layer.size() > 2 && layer[1].empty()) {
+            return "";
+        }
         layer.resize(std::min<std::size_t>(layer.size(), layer[0] == "DravikGigE" ? 2 : 1));
         entries.push_back(fmt::format("{}", fmt::join(layer, ":")));
     }
@@ -458,8 +463,9 @@ Advice driverIsLost(const Place& /*place*/, const Layer& layer, const std::strin
     if (layer.size() == 1 || layer[0] != "DravikGigE" || layer[1] == driver) {
         return std::nullopt;
     }
-    return Finding{fmt::format("The driver {} is not used: of several drivers the last in byte order wins.",
-                               inQuotes(layer[1]))};
+    return Finding{
+        fmt::format("The driver {} is not used: if there are several drivers, the last in byte order wins.",
+                    inQuotes(layer[1]))};
 }
 
 Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer, const std::string& /*driver*/) {

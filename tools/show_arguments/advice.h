@@ -1,4 +1,4 @@
-// Hints: what someone probably did not mean, and what to type instead.
+// Hints about likely mistakes, with corrections.
 
 #ifndef ORVEX_SHOW_ARGUMENTS_ADVICE_H
 #define ORVEX_SHOW_ARGUMENTS_ADVICE_H

@@ -27,7 +27,7 @@ Json asJsonText(const std::optional<std::string>& text) {
     return text ? asJsonText(*text) : Json(nullptr);
 }
 
-// A list of what the function makes of each element.
+// Maps each element to JSON.
 template <typename Range, typename Function>
 Json asList(const Range& range, Function function) {
     Json json = Json::array();

@@ -1,4 +1,4 @@
-// Strings as a terminal, a shell and the argument variables take them.
+// Quoting for terminals, shells and the argument variables.
 
 #ifndef ORVEX_SHOW_ARGUMENTS_QUOTING_H
 #define ORVEX_SHOW_ARGUMENTS_QUOTING_H
@@ -15,7 +15,7 @@ std::string visible(std::string_view text);
 // The same in double quotes, with "\" before each double quote and backslash.
 std::string inQuotes(std::string_view text);
 
-// The string as it is when nobody can mistake it, else quoted.
+// Unquoted if unambiguous, otherwise quoted.
 std::string plainOrQuoted(std::string_view text);
 
 // One word of a POSIX shell.

@@ -43,7 +43,7 @@ struct Report {
 // Traces and parses the arguments.
 Report makeReport(int argc, char** argv);
 
-// Whether the variable was set although no argument asks for it.
+// Whether the variable was set to the default of an option.
 bool isDefault(const Report& report, const Variable& variable);
 
 // The first argument that requests help; null when there is none, or the parse did not look at it.

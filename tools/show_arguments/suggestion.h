@@ -1,4 +1,4 @@
-// The name that someone probably meant.
+// Suggests a known option for a misspelt one.
 
 #ifndef ORVEX_SHOW_ARGUMENTS_SUGGESTION_H
 #define ORVEX_SHOW_ARGUMENTS_SUGGESTION_H

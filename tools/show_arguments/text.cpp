@@ -82,7 +82,9 @@ std::vector<Row> recordRows(const Report& report) {
             rows.push_back({std::string(field.name), plainOrQuoted(field.value)});
         }
     }
-    rows.push_back({"(empty)", fmt::format("{}", fmt::join(empty, ", "))});
+    if (!empty.empty()) {
+        rows.push_back({"(empty)", fmt::format("{}", fmt::join(empty, ", "))});
+    }
     return rows;
 }
 
@@ -158,10 +160,9 @@ std::string asText(const Report& report, const Screen& screen) {
     page.addSection("Test-run record", recordRows(report));
     page.addSection("Environment, set by this parse", variableRows(report, VariableState::Set));
     page.addSection("Environment, set to what it was already", variableRows(report, VariableState::SetAgain));
-    page.addSection("Environment, kept as it was", variableRows(report, VariableState::Kept));
+    page.addSection("Environment, kept from before", variableRows(report, VariableState::Kept));
     if (report.producers) {
-        page.addSection("Producer directories of the library that is loaded here",
-                        producerRows(*report.producers));
+        page.addSection("Producer directories of the loaded library", producerRows(*report.producers));
     }
     page.addSection("Options", optionRows(report.trace));
     addHints(page, report.hints);
