@@ -142,7 +142,7 @@ void registerBenchmarks() {
     constexpr int step = 16;
     grow("variable/one token", kibibyteToMebibytes, step, parseArgumentVariable, "x", "");
     grow("variable/tokens", kibibyteToMebibytes, step, parseArgumentVariable, "Suite1 ", "");
-    grow("variable/blanks", kibibyteToMebibytes, step, parseArgumentVariable, " ", "");
+    grow("variable/spaces", kibibyteToMebibytes, step, parseArgumentVariable, " ", "");
     grow("variable/quoted text", kibibyteToMebibytes, step, parseArgumentVariable, "x", "'");
     grow("variable/quotes", kibibyteToMebibytes, step, parseArgumentVariable, "''", "");
     grow("variable/other quotes", kibibyteToMebibytes, step, parseArgumentVariable, "\"", "'");
