@@ -57,8 +57,8 @@ set(CPACK_DEBIAN_TOOLS_DESCRIPTION "show how Orvex test programs interpret their
 The program show_arguments shows how a test program interprets its arguments
 and those in two environment variables, and why.")
 
-# In Debian's directory for one architecture, which GNUInstallDirs chooses for the prefix /usr, they can be co-installed with
-# other architectures. CMake writes this field from 3.31 on.
+# In Debian's directory for one architecture, which GNUInstallDirs chooses for the prefix /usr, they can be
+# co-installed with other architectures. CMake writes this field from 3.31 on.
 if(CMAKE_LIBRARY_ARCHITECTURE AND CMAKE_INSTALL_LIBDIR STREQUAL "lib/${CMAKE_LIBRARY_ARCHITECTURE}")
   set(CPACK_DEBIAN_RUNTIME_PACKAGE_MULTIARCH same)
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)

@@ -1,5 +1,6 @@
-# The parser holds standard containers by value, so that a program must use the library's standard library. On Linux there
-# is a choice: a library that was built with libc++ says so in a macro, and the header compares it with the program's.
+# The parser holds standard containers by value, so that a program must use the library's standard library. On Linux
+# there is a choice: a library that was built with libc++ says so in a macro, and the header compares it with the
+# program's.
 
 set(testcommandlineparser_definitions "")
 if(NOT APPLE)

@@ -1,4 +1,5 @@
-# Cross build for Linux on arm64, where char is unsigned, with Debian's cross compiler. Programs run in QEMU's user mode.
+# Cross build for Linux on arm64, where char is unsigned, with Debian's cross compiler. Programs run in QEMU's user
+# mode.
 
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)

@@ -1,5 +1,5 @@
-# Cross build for macOS from Linux, for the architecture in macos_architecture; scripts/build-macos prepares what is named
-# here.
+# Cross build for macOS from Linux, for the architecture in macos_architecture; scripts/build-macos prepares what is
+# named here.
 #
 # Two tools share the work. The pinned compiler brings the headers of macOS and of libc++ and compiles; LLVM's own
 # ld64.lld links, because it obeys an export list and the Mach-O version numbers, which the compiler's own linker

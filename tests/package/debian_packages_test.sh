@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# `cpack -G DEB` makes Debian packages for the prefix /usr, whatever prefix the build was configured with. An outside project
-# can use them from a directory that they are unpacked into, and the tool runs.
+# `cpack -G DEB` makes Debian packages for the prefix /usr, whatever prefix the build was configured with. An outside
+# project can use them from a directory that they are unpacked into, and the tool runs.
 source "$(dirname "$0")/package.sh"
 
 make_packages DEB

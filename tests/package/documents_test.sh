@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The commands in the documents work as written in a new clone. Covers those that take less than a minute and that no other
-# check runs.
+# The commands in the documents work as written in a new clone. Covers those that take less than a minute and that no
+# other check runs.
 source "$(dirname "$0")/package.sh"
 
 quietly git clone "$PACKAGE_SOURCE" "$work/clone"

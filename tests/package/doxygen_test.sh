@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Doxygen reads the headers and the documents without a warning, so every public declaration is documented. Text that looks
-# like Doxygen's own notation is unchanged, and no page links to a missing file.
+# Doxygen reads the headers and the documents without a warning, so every public declaration is documented. Text that
+# looks like Doxygen's own notation is unchanged, and no page links to a missing file.
 source "$(dirname "$0")/package.sh"
 
 mkdir "$work/docs"

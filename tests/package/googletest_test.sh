@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# A program like the installed example camera_suite works with CMake's test discovery, with GoogleTest's own flags and in
-# shards.
+# A program like the installed example camera_suite works with CMake's test discovery, with GoogleTest's own flags and
+# in shards.
 source "$(dirname "$0")/package.sh"
 unset GTEST_FILTER GTEST_OUTPUT GTEST_TOTAL_SHARDS GTEST_SHARD_INDEX
 
@@ -12,8 +12,8 @@ PacketSize.FitsJumboFrame
 PacketSize.IsWholeNumber
 StreamParameters.NameTheDriverBeforeTheSocketBuffer'
 
-# Runs the ctest tests that match a pattern, with further arguments in ORVEX_TEST_ARGS, and prints the GoogleTest tests that
-# ran and passed. tests_run_by PATTERN [ARGUMENT...]
+# Runs the ctest tests that match a pattern, with further arguments in ORVEX_TEST_ARGS, and prints the GoogleTest
+# tests that ran and passed. tests_run_by PATTERN [ARGUMENT...]
 tests_run_by() {
     ORVEX_TEST_ARGS="$good_arguments ${*:2}" quietly ctest --test-dir "$built" --no-tests=error -V -R "$1"
     sed -n 's/^[0-9]*: \[       OK \] \([A-Za-z.]*\) .*/\1/p' "$work/log" | LC_ALL=C sort

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# lintian finds no error in the Debian packages of a release, except for the missing copyright file and Debian changelog.
-# Everybody can read the installed files, whatever the umask was when the packages were made.
+# lintian finds no error in the Debian packages of a release, except for the missing copyright file and Debian
+# changelog. Everybody can read the installed files, whatever the umask was when the packages were made.
 source "$(dirname "$0")/package.sh"
 
 umask 077

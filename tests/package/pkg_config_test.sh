@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Outside programs compile, with strict warnings, and link with pkg-config's flags after the prefix has moved, and run where
-# only the runtime component is installed.
+# Outside programs compile, with strict warnings, and link with pkg-config's flags after the prefix has moved, and run
+# where only the runtime component is installed.
 source "$(dirname "$0")/package.sh"
 
 install_moved
@@ -44,8 +44,8 @@ for program in c99 c11 c++11 c++20 c_header_in_cpp; do
     expect_consumer_works "$work/$program"
 done
 
-# The two prefixes that do not move are absolute, whatever prefix the build was configured with. The compiler searches /usr
-# anyway.
+# The two prefixes that do not move are absolute, whatever prefix the build was configured with. The compiler searches
+# /usr anyway.
 # flags_in PREFIX OPTION...
 flags_in() {
     PKG_CONFIG_LIBDIR=$work/root$1/$PACKAGE_LIBDIR/pkgconfig pkg-config "${@:2}" testcommandlineparser | xargs

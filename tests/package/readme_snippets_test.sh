@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The code in README.md works: built against the installed package with CMake and with pkg-config, and configured against the
-# source tree.
+# The code in README.md works: built against the installed package with CMake and with pkg-config, and configured
+# against the source tree.
 source "$(dirname "$0")/package.sh"
 
 install_moved

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# What the release preset installs works for a program that finds it as a package, and is hardened: read-only relocations,
-# bound at the start, and stack protectors.
+# What the release preset installs works for a program that finds it as a package, and is hardened: read-only
+# relocations, bound at the start, and stack protectors.
 source "$(dirname "$0")/package.sh"
 
 install_moved
