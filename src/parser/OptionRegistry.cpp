@@ -63,20 +63,13 @@ public:
 
 private:
     void store(const Finding& finding) {
-        switch (finding.kind) {
-            case Finding::Positional:
-                registry.positionals.emplace_back(finding.value);
-                break;
-            case Finding::DroppedProgramName:
-                break;
-            case Finding::Flag:
-                // Repeated flags usually sort last; the hint then avoids the search.
-                registry.flags.emplace_hint(registry.flags.end(), finding.name);
-                break;
-            case Finding::Value:
-            case Finding::InlineValue:
-                storeValue(finding.name, finding.value);
-                break;
+        if (finding.kind == Finding::Positional) {
+            registry.positionals.emplace_back(finding.value);
+        } else if (finding.kind == Finding::Flag) {
+            // Repeated flags usually sort last; the hint then avoids the search.
+            registry.flags.emplace_hint(registry.flags.end(), finding.name);
+        } else if (finding.kind != Finding::DroppedProgramName) {
+            storeValue(finding.name, finding.value);
         }
     }
 
