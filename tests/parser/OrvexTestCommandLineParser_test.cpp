@@ -284,6 +284,13 @@ TEST_F(Parse, FailsAtAnOpenQuoteInTheSecondVariableAfterItHasScannedTheCommandLi
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("SuiteA", "SuiteB", "SuiteD"));
 }
 
+TEST_F(Parse, NegativeNumbersAndEmptyStringsAreNotOptions) {
+    EXPECT_TRUE(parse(parser, {"app", "-5", "", "-o", "-6", "-x", "-.x", "-", "Suite"}));
+    EXPECT_THAT(parser.getTestPaths(), ElementsAre("-5", "", "Suite"));
+    EXPECT_EQ(parser.getOutputFilename(), "-6");
+    EXPECT_EQ(parser.getXmlFilename(), "");
+}
+
 // A second parse
 
 TEST_F(Parse, ApplicationNameComesFromTheFirstParseThatScansAnything) {
