@@ -6,8 +6,12 @@ set(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE "" CACHE PATH
 
 # GoogleTest must be built for the same standard library and platform as the examples and tests.
 if(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE)
-  set(INSTALL_GTEST OFF)
-  add_subdirectory(${TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE} googletest EXCLUDE_FROM_ALL)
+  block()
+    set(INSTALL_GTEST OFF)
+    # Its matchers for std::string_view, which the tests use, exist only from C++17 on.
+    set(CMAKE_CXX_STANDARD 17)
+    add_subdirectory(${TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE} googletest EXCLUDE_FROM_ALL)
+  endblock()
   set(GTest_FOUND TRUE)
 endif()
 
