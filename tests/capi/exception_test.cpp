@@ -16,15 +16,15 @@
 namespace {
 
 using CInterfaceException = CleanEnvironmentTest;
-using faults::Call;
 using faults::Failure;
+using faults::FaultyCall;
 using faults::Times;
 
 TEST_F(CInterfaceException, MemoryExhaustionInParseGivesZero) {
     inFreshProcess([] {
         Arguments arguments({"mytest", "-o", fill(100)});
         OrvexTestCommandLineParser_GetHelpRequested();
-        const Failure failure(Call::Allocation);
+        const Failure failure(FaultyCall::Allocation);
         EXPECT_EQ(OrvexTestCommandLineParser_Parse(arguments.argc(), arguments.argv()), 0);
         EXPECT_TRUE(failure.happened());
     });
@@ -36,7 +36,7 @@ TEST_F(CInterfaceException, MemoryExhaustionInTheConversionLeavesParseW) {
         wchar_t* arguments[] = {name};
         OrvexTestCommandLineParser_GetHelpRequested();
         {
-            const Failure failure(Call::Allocation);
+            const Failure failure(FaultyCall::Allocation);
             EXPECT_THROW(OrvexTestCommandLineParser_ParseW(1, arguments), std::bad_alloc);
         }
         EXPECT_EQ(readEnvironment(), Environment());
@@ -53,7 +53,7 @@ TEST_F(CInterfaceException, MemoryExhaustionLeavesTheHelpMessageAndNothingIsWrit
         std::size_t nth = 0;
         while (length == 0) {
             EXPECT_EQ(buffer.bytes, std::string(buffer.bytes.size(), untouched)) << nth;
-            const Failure failure(Call::Allocation, ++nth);
+            const Failure failure(FaultyCall::Allocation, ++nth);
             try {
                 length = OrvexTestCommandLineParser_GetHelpMessage(name.c_str(), buffer.data(), buffer.size);
             } catch (const std::bad_alloc&) {
@@ -68,7 +68,7 @@ TEST_F(CInterfaceException, MemoryExhaustionLeavesTheHelpMessageAndNothingIsWrit
 TEST_F(CInterfaceException, OneOfAnotherFamilyLeavesTheHelpMessage) {
     inFreshProcess([] {
         OrvexTestCommandLineParser_GetHelpRequested();
-        const Failure failure(Call::StrangeAllocation);
+        const Failure failure(FaultyCall::StrangeAllocation);
         EXPECT_THROW(OrvexTestCommandLineParser_GetHelpMessage("prog", nullptr, 0), int);
     });
 }
@@ -77,7 +77,7 @@ TEST_F(CInterfaceException, GettersNeedNoMemoryOnceTheParserExists) {
     inFreshProcess([] {
         char information[ORVEX_TEST_RUN_INFORMATION_SIZE];
         OrvexTestCommandLineParser_GetHelpRequested();
-        const Failure failure(Call::Allocation, 1, Times::FromThenOn);
+        const Failure failure(FaultyCall::Allocation, 1, Times::FromThenOn);
         OrvexTestCommandLineParser_GetApplicationName();
         OrvexTestCommandLineParser_GetXmlFilename();
         OrvexTestCommandLineParser_GetOutputFilename();

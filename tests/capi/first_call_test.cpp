@@ -18,8 +18,8 @@
 
 namespace {
 
-using faults::Call;
 using faults::Failure;
+using faults::FaultyCall;
 using faults::With;
 
 using FirstCall = CleanEnvironmentTest;
@@ -112,7 +112,7 @@ TEST_P(FirstCallOf, CreatesTheParserAfterAllFailuresAndLaterCallsUseIt) {
         const std::size_t allocations = allocationsOfOneParser();
         ASSERT_GE(allocations, 1U);
         for (std::size_t nth = 1; nth <= allocations; ++nth) {
-            const Failure failure(Call::Allocation, nth);
+            const Failure failure(FaultyCall::Allocation, nth);
             EXPECT_THROW(GetParam().call(), std::bad_alloc) << nth;
             EXPECT_EQ(faults::liveAllocations(), before) << nth;
         }

@@ -7,6 +7,8 @@
 #include "differential/process_environment.h"
 #include "differential/scenario.h"
 #include "model/model.h"
+#include "support/arguments.h"
+#include "support/clean_environment.h"
 #include "support/parser_snapshot.h"
 
 #include <dlfcn.h>
@@ -23,7 +25,7 @@
 namespace differential {
 namespace {
 
-// The process-wide parser as it is in a process that has just begun.
+// The process-wide parser as it is at the start of a process.
 OrvexTestCommandLineParser& newProcessWideParser() {
     OrvexTestCommandLineParser& parser = orvex::getParserInstance();
     parser.~OrvexTestCommandLineParser();
@@ -43,7 +45,7 @@ std::string findApplicationDir() {
     return directory == "/" ? "" : directory.string();
 }
 
-// What a call returns, or the message of what it throws.
+// The result of a call, or the message of its exception.
 template <typename Function>
 std::string outcomeOf(const Function& function) {
     try {
@@ -53,28 +55,17 @@ std::string outcomeOf(const Function& function) {
     }
 }
 
-// Of Variable: the names of the variable and of the program.
-std::string argumentAt(const Call& call, std::size_t index) {
-    return index < call.arguments.size() ? call.arguments[index] : std::string();
-}
-
-std::string blockOf(const Call& call) {
-    std::string block;
-    for (const std::string& argument : call.arguments) {
-        block += argument + '\0';
-    }
-    return block;
-}
-
-// The count that is passed: never more than there is to read.
-int countOf(const Call& call) {
-    const auto size = static_cast<int>(call.isWide() ? call.wideArguments.size() : call.arguments.size());
-    const int count = call.count.value_or(size);
+// The call with a count that reads no further than the arguments.
+Call readable(Call call) {
     if (call.form == Form::Packed) {
-        // One more than there can be strings in the block is as good as any larger number.
-        return std::min(count, call.isNull ? 0 : static_cast<int>(blockOf(call).size()) + 1);
+        // One more than there can be strings in the block is as good as any larger count.
+        const int most = call.isNull ? 0 : static_cast<int>(packed(call.arguments).size()) + 1;
+        call.count = std::min(call.argc(), most);
+    } else if (!call.isNull) {
+        const std::size_t size = call.isWide() ? call.wideArguments.size() : call.arguments.size();
+        call.count = std::min(call.argc(), static_cast<int>(size));
     }
-    return call.isNull ? count : std::min(count, size);
+    return call;
 }
 
 template <typename List>
@@ -83,64 +74,21 @@ List firstOf(const List& list, int count) {
 }
 
 std::string playOnModel(const Call& call, model::Parser& parser) {
-    const int count = countOf(call);
     return outcomeOf([&] {
         if (call.form == Form::Variable) {
-            parser.scanVariable(call.isNull ? "" : argumentAt(call, 0), argumentAt(call, 1));
+            const Strings names = call.arguments + Strings(2);
+            parser.scanVariable(call.isNull ? "" : names[0], names[1]);
             return true;
         }
-        if (call.isNull || count < 0) {
-            return count == 0;
+        if (call.isNull || call.argc() < 0) {
+            return call.argc() == 0;
         }
         if (call.form == Form::Packed) {
-            return parser.parsePacked(blockOf(call), count);
+            const std::vector<char> block = packed(call.arguments);
+            return parser.parsePacked(std::string(block.begin(), block.end()), call.argc());
         }
-        return call.isWide() ? parser.parseWide(firstOf(call.wideArguments, count))
-                             : parser.parse(firstOf(call.arguments, count));
-    });
-}
-
-int playNarrow(const Call& call, OrvexTestCommandLineParser& parser) {
-    Strings texts = call.arguments;
-    std::vector<char*> pointers;
-    for (std::string& text : texts) {
-        pointers.push_back(text.data());
-    }
-    pointers.push_back(nullptr);
-    char** const argv = call.isNull ? nullptr : pointers.data();
-    return call.form == Form::NarrowC ? OrvexTestCommandLineParser_Parse(countOf(call), argv)
-                                      : static_cast<int>(parser.Parse(countOf(call), argv));
-}
-
-int playWide(const Call& call, OrvexTestCommandLineParser& parser) {
-    std::vector<std::wstring> texts;
-    for (const WideArgument& argument : call.wideArguments) {
-        const std::u32string text = argument.value_or(U"");
-        texts.emplace_back(text.begin(), text.end());
-    }
-    std::vector<wchar_t*> pointers;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        pointers.push_back(call.wideArguments[i] ? texts[i].data() : nullptr);
-    }
-    pointers.push_back(nullptr);
-    wchar_t** const argv = call.isNull ? nullptr : pointers.data();
-    return call.form == Form::WideC ? OrvexTestCommandLineParser_ParseW(countOf(call), argv)
-                                    : static_cast<int>(parser.Parse(countOf(call), argv));
-}
-
-std::string playOnLibrary(const Call& call, OrvexTestCommandLineParser& parser) {
-    return outcomeOf([&] {
-        if (call.form == Form::Variable) {
-            const std::string name = argumentAt(call, 0);
-            parser.ParseArgsFromEnvironmentVariable(call.isNull ? nullptr : name.c_str(),
-                                                    argumentAt(call, 1).c_str());
-            return 1;
-        }
-        if (call.form == Form::Packed) {
-            std::string block = blockOf(call);
-            return static_cast<int>(parser.Parse(countOf(call), call.isNull ? nullptr : block.data()));
-        }
-        return call.isWide() ? playWide(call, parser) : playNarrow(call, parser);
+        return call.isWide() ? parser.parseWide(firstOf(call.wideArguments, call.argc()))
+                             : parser.parse(firstOf(call.arguments, call.argc()));
     });
 }
 
@@ -218,11 +166,11 @@ Difference findDifference(const Scenario& scenario) {
     for (std::size_t i = 0; i <= scenario.calls.size(); ++i) {
         Differences compare;
         if (i > 0) {
-            const Call& call = scenario.calls[i - 1];
-            compare("result", playOnLibrary(call, library), playOnModel(call, model));
+            const Call call = readable(scenario.calls[i - 1]);
+            compare("result", outcomeOf([&] { return make(call, library); }), playOnModel(call, model));
         }
         compareAccessors(library, model, compare);
-        compare(ProcessEnvironment::read(), environment);
+        compare(readEnvironment(), environment);
         if (compare.text.empty()) {
             // These hold the same strings once more.
             compareRecordBuffer(model, compare);

@@ -19,11 +19,6 @@ namespace {
 
 using namespace differential;
 
-Strings operator+(Strings first, const Strings& second) {
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
-}
-
 Strings part(const Strings& list, std::size_t first, std::size_t end) {
     return Strings(list.begin() + static_cast<std::ptrdiff_t>(first),
                    list.begin() + static_cast<std::ptrdiff_t>(end));

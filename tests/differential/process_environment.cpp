@@ -1,33 +1,29 @@
 #include "differential/process_environment.h"
 
+#include "support/replaced_functions.h"
+
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
-#include <map>
-#include <set>
-#include <string>
-#include <string_view>
+#include <utility>
 
 // Not declared by every platform.
 extern char** environ;  // NOLINT(readability-redundant-declaration)
 
 namespace differential {
-namespace {
 
-ProcessEnvironment* active = nullptr;
-
-}  // namespace
+ProcessEnvironment* ProcessEnvironment::active = nullptr;
 
 ProcessEnvironment::ProcessEnvironment(const std::map<std::string, std::string>& variables,
-                                       const std::set<std::string>& refused)
-    : refused(refused), saved(environ) {
+                                       std::set<std::string> refused)
+    : refused(std::move(refused)), saved(environ) {
     entries.reserve(variables.size() + 32);
     for (const auto& [name, value] : variables) {
-        std::string& text = texts.emplace_back(name);
-        text += '=';
-        text += value;
-        entries.push_back(text.data());
+        std::string& entry = strings.emplace_back(name);
+        entry += '=';
+        entry += value;
+        entries.push_back(entry.data());
     }
     entries.push_back(nullptr);
     environ = entries.data();
@@ -42,21 +38,8 @@ ProcessEnvironment::~ProcessEnvironment() {
     environ = saved;
 }
 
-std::map<std::string, std::string> ProcessEnvironment::read() {
-    std::map<std::string, std::string> variables;
-    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
-        const std::string_view text(*entry);
-        const std::size_t equals = text.find('=');
-        const bool isNew = variables.emplace(text.substr(0, equals), text.substr(equals + 1)).second;
-        if (!isNew) {
-            variables.emplace(std::string(text) + " (again)", "");
-        }
-    }
-    return variables;
-}
-
 int ProcessEnvironment::set(const char* name, const char* value, bool overwrite) {
-    if (name == nullptr || *name == '\0' || std::strchr(name, '=') != nullptr) {
+    if (*name == '\0' || std::strchr(name, '=') != nullptr) {
         errno = EINVAL;
         return -1;
     }
@@ -68,12 +51,12 @@ int ProcessEnvironment::set(const char* name, const char* value, bool overwrite)
     for (char*& entry : entries) {
         if (entry != nullptr && std::strncmp(entry, beginning.c_str(), beginning.size()) == 0) {
             if (overwrite) {
-                entry = texts.emplace_back(beginning + value).data();
+                entry = strings.emplace_back(beginning + value).data();
             }
             return 0;
         }
     }
-    entries.back() = texts.emplace_back(beginning + value).data();
+    entries.back() = strings.emplace_back(beginning + value).data();
     entries.push_back(nullptr);
     environ = entries.data();
     return 0;

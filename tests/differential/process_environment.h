@@ -11,31 +11,25 @@
 
 namespace differential {
 
-// Unless null, answers every call of setenv.
-extern int (*setenvInstead)(const char* name, const char* value, int overwrite);
-
-// Takes the place of the process environment as long as it lives. Only one at a time.
+// Replaces the process environment as long as it lives. Only one at a time.
 //
-// The platform's setenv keeps every text that it was ever given, so millions of scenarios would use up the
-// memory. This class answers setenv itself and releases the texts with the scenario.
+// The platform's setenv keeps every string that it was ever given, so millions of scenarios would use up the
+// memory. This class answers setenv itself and releases the strings with the scenario.
 class ProcessEnvironment {
 public:
-    ProcessEnvironment(const std::map<std::string, std::string>& variables,
-                       const std::set<std::string>& refused);
+    explicit ProcessEnvironment(const std::map<std::string, std::string>& variables,
+                                std::set<std::string> refused = {});
     ~ProcessEnvironment();
     ProcessEnvironment(const ProcessEnvironment&) = delete;
     ProcessEnvironment& operator=(const ProcessEnvironment&) = delete;
 
-    // What the process sees now.
-    static std::map<std::string, std::string> read();
-
-    // Does what setenv does.
+private:
     int set(const char* name, const char* value, bool overwrite);
 
-private:
-    std::deque<std::string> texts;
+    static ProcessEnvironment* active;
+    std::deque<std::string> strings;
     std::vector<char*> entries;
-    const std::set<std::string>& refused;
+    const std::set<std::string> refused;
     char** const saved;
 };
 

@@ -21,7 +21,7 @@ std::string escape(const Text& text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto c =
             static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<typename Text::value_type>>(text[i]));
-        // A backslash is escaped where it would be taken for the beginning of an escape.
+        // A backslash is escaped where it would begin an escape.
         const bool isAmbiguous =
             c == '\\' && i + 1 < text.size() && text[i + 1] < 0x7F &&
             std::string_view("0123456789abcdefABCDEFn").find(static_cast<char>(text[i + 1])) !=
@@ -104,19 +104,6 @@ void addArgument(std::string_view text, Call& call) {
 
 std::string escaped(const std::string& text) {
     return escape(text);
-}
-
-Strings words(std::string_view text, char separator) {
-    Strings list(1);
-    for (const char c : text) {
-        if (c == separator) {
-            list.emplace_back();
-        } else {
-            list.back() += c;
-        }
-    }
-    std::replace(list.begin(), list.end(), std::string("''"), std::string());
-    return list;
 }
 
 std::string describe(const Scenario& scenario) {

@@ -8,52 +8,40 @@ namespace {
 
 using EnvironmentVariables = CleanEnvironmentTest;
 
-TEST_F(EnvironmentVariables, GetReadsADefinedVariable) {
-    set("NAME", "\x01 text\n\x80\xFF");
-    std::string value = "before";
-    EXPECT_TRUE(orvex::getEnvironmentVariable("NAME", value));
-    EXPECT_EQ(value, "\x01 text\n\x80\xFF");
-}
+const char* const everyKindOfByte = "\x01 value\n\x80\xFF";
 
-TEST_F(EnvironmentVariables, GetTakesAnEmptyVariableForDefined) {
-    set("NAME", "");
+TEST_F(EnvironmentVariables, GetReadsADefinedVariable) {
+    writeEnvironment({{"NAME", everyKindOfByte}, {"EMPTY", ""}});
     std::string value = "before";
     EXPECT_TRUE(orvex::getEnvironmentVariable("NAME", value));
+    EXPECT_EQ(value, everyKindOfByte);
+    EXPECT_TRUE(orvex::getEnvironmentVariable("EMPTY", value));
     EXPECT_EQ(value, "");
 }
 
-TEST_F(EnvironmentVariables, GetOfAnUndefinedVariableLeavesTheValueUntouched) {
-    set("NAME", "text");
+TEST_F(EnvironmentVariables, GetLeavesTheValueUnchangedIfTheVariableIsUndefined) {
+    set("NAME", "value");
     std::string value = "before";
     EXPECT_FALSE(orvex::getEnvironmentVariable("name", value));
     EXPECT_FALSE(orvex::getEnvironmentVariable("NAM", value));
     EXPECT_EQ(value, "before");
 }
 
-TEST_F(EnvironmentVariables, SetDefinesAVariableAndLeavesTheOthers) {
-    set("OTHER_NAME", "other");
-    EXPECT_TRUE(orvex::setEnvironmentVariable("NAME", "\x01 text\n\x80\xFF"));
+TEST_F(EnvironmentVariables, SetDefinesOrReplacesOneVariable) {
+    writeEnvironment({{"OTHER", "other"}, {"OLD", "a longer value than the new one"}});
+    EXPECT_TRUE(orvex::setEnvironmentVariable("NAME", everyKindOfByte));
     EXPECT_TRUE(orvex::setEnvironmentVariable("EMPTY", ""));
-    EXPECT_EQ(readEnvironment(),
-              (Environment{{"NAME", "\x01 text\n\x80\xFF"}, {"OTHER_NAME", "other"}, {"EMPTY", ""}}));
+    EXPECT_TRUE(orvex::setEnvironmentVariable("OLD", "new"));
+    EXPECT_TRUE(orvex::setEnvironmentVariable("NUL", std::string("va\0lue", 6)));
+    EXPECT_EQ(
+        readEnvironment(),
+        (Environment{
+            {"OTHER", "other"}, {"OLD", "new"}, {"NAME", everyKindOfByte}, {"EMPTY", ""}, {"NUL", "va"}}));
 }
 
-TEST_F(EnvironmentVariables, SetReplacesAnExistingValue) {
-    set("NAME", "a longer text than the new one");
-    EXPECT_TRUE(orvex::setEnvironmentVariable("NAME", "text"));
-    EXPECT_EQ(get("NAME"), "text");
-    EXPECT_TRUE(orvex::setEnvironmentVariable("NAME", ""));
-    EXPECT_EQ(get("NAME"), "");
-}
-
-TEST_F(EnvironmentVariables, SetEndsTheValueAtItsFirstZeroByte) {
-    EXPECT_TRUE(orvex::setEnvironmentVariable("NAME", std::string("te\0xt", 5)));
-    EXPECT_EQ(get("NAME"), "te");
-}
-
-TEST_F(EnvironmentVariables, SetOfANameThatTheEnvironmentRefusesIsFalse) {
-    EXPECT_FALSE(orvex::setEnvironmentVariable("", "text"));
-    EXPECT_FALSE(orvex::setEnvironmentVariable("NA=ME", "text"));
+TEST_F(EnvironmentVariables, SetReturnsFalseForANameThatThePlatformRefuses) {
+    EXPECT_FALSE(orvex::setEnvironmentVariable("", "value"));
+    EXPECT_FALSE(orvex::setEnvironmentVariable("NA=ME", "value"));
     EXPECT_EQ(readEnvironment(), Environment());
 }
 

@@ -16,9 +16,9 @@
 
 namespace {
 
-using faults::Call;
 using faults::CallLog;
 using faults::Failure;
+using faults::FaultyCall;
 using faults::With;
 
 using ApplicationDir = CleanEnvironmentTest;
@@ -36,7 +36,7 @@ std::string applicationDir() {
 
 TEST_F(ApplicationDir, NamesThePlatformFunctionThatFails) {
     {
-        const Failure failure(Call::DlAddr);
+        const Failure failure(FaultyCall::DlAddr);
         EXPECT_EQ(applicationDir(), "OrvexTestCommandLineParser::getApplicationDir> dladdr() failed");
     }
     const With library(faults::libraryFile, "/no such directory/library");
@@ -161,7 +161,7 @@ TEST_F(ProducerPath, IsMadeOfTheDirectoryAndExpanded) {
 }
 
 TEST_F(ProducerPath, NeedsNoDirectoryWithoutTheProducers) {
-    const Failure failure(Call::DlAddr);
+    const Failure failure(FaultyCall::DlAddr);
     OrvexTestCommandLineParser parser;
     EXPECT_TRUE(parse(parser, {"app", "-tl", "DravikGigE"}));
     EXPECT_FALSE(failure.happened());

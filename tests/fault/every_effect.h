@@ -15,12 +15,7 @@
 #include <string>
 #include <vector>
 
-using Texts = std::vector<std::string>;
-
-inline Texts operator+(Texts left, const Texts& right) {
-    left.insert(left.end(), right.begin(), right.end());
-    return left;
-}
+using Texts = Strings;
 
 // With so many "~" for each that no string holds the text without an allocation.
 inline std::string lengthened(std::string text) {
@@ -53,45 +48,12 @@ inline const Texts earlierCommandLine = longWords(
     "-tdc_product old -tdc_variant=old -tdc_userid old -tdc_vcsrevision old -tdc_vcsbranch old -tdc_dxml old "
     "-testname old -pcname old -osname old -ostype old -bit old");
 
-enum class Form { Narrow, Wide, Packed };
 constexpr Form everyForm[] = {Form::Narrow, Form::Wide, Form::Packed};
 
 inline void PrintTo(Form form, std::ostream* stream) {
     const char* const names[] = {"narrow", "wide", "packed"};
     *stream << names[static_cast<std::size_t>(form)];
 }
-
-// Owns arguments in one of the forms, so that a parse of them needs no memory of the test. ASCII, none empty.
-class FormedArguments {
-public:
-    FormedArguments(Form form, const Texts& texts) : form(form), narrow(texts) {
-        for (const std::string& text : texts) {
-            wide.emplace_back(text.begin(), text.end());
-            packed += text + '\0';
-        }
-        for (std::wstring& text : wide) {
-            widePointers.push_back(text.data());
-        }
-    }
-
-    bool parse(OrvexTestCommandLineParser& parser) {
-        switch (form) {
-            case Form::Wide:
-                return parser.Parse(narrow.argc(), widePointers.data());
-            case Form::Packed:
-                return parser.Parse(narrow.argc(), packed.data());
-            default:
-                return parser.Parse(narrow.argc(), narrow.argv());
-        }
-    }
-
-private:
-    const Form form;
-    Arguments narrow;
-    std::vector<std::wstring> wide;
-    std::vector<wchar_t*> widePointers;
-    std::string packed;
-};
 
 // ---- The effects
 
@@ -244,8 +206,7 @@ protected:
 
     // Everything that can be seen from outside: accessors, record and environment.
     static Snapshot stateOf(const OrvexTestCommandLineParser& parser) {
-        return changed(changed(snapshotOf(parser), snapshotOf(parser.getTestRunInformation())),
-                       readEnvironment());
+        return changed(snapshotOf(parser), readEnvironment());
     }
 
     // The state after one more parse, which shows what has been scanned before. Its environment is empty, and

@@ -14,8 +14,8 @@
 
 namespace {
 
-using faults::Call;
 using faults::Failure;
+using faults::FaultyCall;
 
 using OutOfMemory = CleanEnvironmentTest;
 
@@ -27,7 +27,7 @@ TEST_F(OutOfMemory, ExpansionReturnsMinusOneAndLeavesTheText) {
     std::size_t nth = 0;
     for (int result = -1; result == -1;) {
         text = original;
-        const Failure failure(Call::Allocation, ++nth);
+        const Failure failure(FaultyCall::Allocation, ++nth);
         result = orvex::expandEnvironmentReferences(text);
         ASSERT_TRUE(result == 2 || text == original) << nth;
     }
@@ -37,7 +37,7 @@ TEST_F(OutOfMemory, ExpansionReturnsMinusOneAndLeavesTheText) {
 
 TEST_F(OutOfMemory, TextWithoutReferencesNeedsNone) {
     std::string text(200, 't');
-    const Failure failure(Call::Allocation);
+    const Failure failure(FaultyCall::Allocation);
     EXPECT_EQ(orvex::expandEnvironmentReferences(text), 0);
     EXPECT_FALSE(failure.happened());
 }
@@ -50,7 +50,7 @@ TEST_F(OutOfMemory, TokenizerThrowsAndLeavesTheTokens) {
     EXPECT_THROW(orvex::splitArgumentString("token 'open", tokens), std::runtime_error);
     std::size_t nth = 0;
     while (tokens == before) {
-        const Failure failure(Call::Allocation, ++nth);
+        const Failure failure(FaultyCall::Allocation, ++nth);
         try {
             orvex::splitArgumentString(text, tokens);
         } catch (const std::bad_alloc&) {
@@ -64,7 +64,7 @@ TEST_F(OutOfMemory, TokenizerThrowsAndLeavesTheTokens) {
 TEST_F(OutOfMemory, VariableThatCannotBeReadLeavesTheValue) {
     set("NAME", std::string(200, 'v'));
     std::string value = "before";
-    const Failure failure(Call::Allocation);
+    const Failure failure(FaultyCall::Allocation);
     EXPECT_THROW(orvex::getEnvironmentVariable("NAME", value), std::bad_alloc);
     EXPECT_EQ(value, "before");
 }
@@ -73,7 +73,7 @@ TEST_F(OutOfMemory, VariableThatCannotBeReadLeavesTheValue) {
 TEST_F(OutOfMemory, NumberIsNone) {
     const std::string number = "-1.0000000000000000000000000000000000";
     for (std::size_t nth = 1;; ++nth) {
-        const Failure failure(Call::Allocation, nth);
+        const Failure failure(FaultyCall::Allocation, nth);
         bool isNumber = false;
         try {
             isNumber = OptionRegistry::isNumber(number);

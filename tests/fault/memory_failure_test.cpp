@@ -11,8 +11,8 @@
 
 namespace {
 
-using faults::Call;
 using faults::Failure;
+using faults::FaultyCall;
 using faults::Times;
 using faults::With;
 
@@ -49,13 +49,13 @@ protected:
     bool parseWithFailing(std::size_t nth, Inspect inspect) {
         OrvexTestCommandLineParser parser;
         prepare(parser);
-        FormedArguments arguments(std::get<Form>(GetParam()), programName + options);
+        PreparedCall call(callIn(std::get<Form>(GetParam()), programName + options));
         hasThrown = result = false;
         bool hasFailed = false;
         {
-            const Failure failure(Call::Allocation, nth, failsOnce ? Times::Once : Times::FromThenOn);
+            const Failure failure(FaultyCall::Allocation, nth, failsOnce ? Times::Once : Times::FromThenOn);
             try {
-                result = arguments.parse(parser);
+                result = call.make(parser) != 0;
             } catch (const std::bad_alloc&) {
                 hasThrown = true;
             }
@@ -136,7 +136,7 @@ std::size_t exhaustMemoryIn(Function function) {
         bool hasThrown = false;
         bool hasFailed = false;
         {
-            const Failure failure(Call::Allocation, nth);
+            const Failure failure(FaultyCall::Allocation, nth);
             try {
                 function();
             } catch (const std::bad_alloc&) {
@@ -187,7 +187,7 @@ TEST_F(OutOfMemory, ArgumentsFromAVariableAreKeptAsFarAsTheyWereScanned) {
         prepare(fresh);
         hasThrown = false;
         try {
-            const Failure failure(Call::Allocation, nth);
+            const Failure failure(FaultyCall::Allocation, nth);
             fresh.ParseArgsFromEnvironmentVariable("ORVEX_TEST_ARGS", programName.front().c_str());
         } catch (const std::bad_alloc&) {
             hasThrown = true;
@@ -200,13 +200,13 @@ TEST_F(OutOfMemory, ArgumentsFromAVariableAreKeptAsFarAsTheyWereScanned) {
 
 TEST_F(OutOfMemory, MessageAboutABadArgumentIsNotNeeded) {
     char* arguments[] = {nullptr};
-    const Failure failure(Call::Allocation, 1, Times::FromThenOn);
+    const Failure failure(FaultyCall::Allocation, 1, Times::FromThenOn);
     EXPECT_FALSE(parser.Parse(-1, arguments));
     EXPECT_FALSE(parser.Parse(1, static_cast<char**>(nullptr)));
 }
 
 TEST_F(OutOfMemory, AccessorsAndAParseOfNothingNeedNone) {
-    const Failure failure(Call::Allocation, 1, Times::FromThenOn);
+    const Failure failure(FaultyCall::Allocation, 1, Times::FromThenOn);
     EXPECT_TRUE(parser.Parse(0, static_cast<char**>(nullptr)));
     parser.getApplicationName();
     parser.getXmlFilename();

@@ -11,9 +11,9 @@
 
 namespace {
 
-using faults::Call;
 using faults::CallLog;
 using faults::Failure;
+using faults::FaultyCall;
 using faults::Times;
 using faults::With;
 
@@ -24,10 +24,10 @@ protected:
     bool parseWith(MakeFault makeFault, const Texts& more = {}) {
         parser = std::make_unique<OrvexTestCommandLineParser>();
         prepare(*parser);
-        FormedArguments arguments(GetParam(), programName + options + more);
+        PreparedCall call(callIn(GetParam(), programName + options + more));
         [[maybe_unused]] const auto fault = makeFault();
         const CallLog log;
-        const bool result = arguments.parse(*parser);
+        const bool result = call.make(*parser) != 0;
         calls = log.calls;
         return result;
     }
@@ -115,7 +115,8 @@ TEST_P(ParseFailure, OfAllLaterVariablesIsIgnored) {
     for (const std::string& name : variables("GENICAM_GENTL64_PATH", "TRANSPORT_LAYER")) {
         SCOPED_TRACE(name);
         EXPECT_TRUE(parseWith([&] {
-            return Failure(Call::SetEnv, variables("ORVEX_GTC_USE_EXTRA_TL", name).size(), Times::FromThenOn);
+            return Failure(FaultyCall::SetEnv, variables("ORVEX_GTC_USE_EXTRA_TL", name).size(),
+                           Times::FromThenOn);
         }));
         ASSERT_EQ(firstDifference(everyCall(), calls), "");
         ASSERT_NO_FATAL_FAILURE(
@@ -145,9 +146,9 @@ TEST_P(ParseFailure, OfTheDirectoryEndsTheParseBeforeTheProducerPath) {
         expectEnd("GENICAM_GENTL64_PATH", lastCall,
                   std::string("runtime_error: OrvexTestCommandLineParser::") + message);
     };
-    EXPECT_FALSE(parseWith([] { return Failure(Call::DlAddr); }));
+    EXPECT_FALSE(parseWith([] { return Failure(FaultyCall::DlAddr); }));
     ASSERT_NO_FATAL_FAILURE(expectDirectoryEnd("dladdr", "getApplicationDir> dladdr() failed"));
-    EXPECT_FALSE(parseWith([] { return Failure(Call::RealPath); }));
+    EXPECT_FALSE(parseWith([] { return Failure(FaultyCall::RealPath); }));
     ASSERT_NO_FATAL_FAILURE(expectDirectoryEnd("realpath", "getApplicationDir> realpath() failed"));
     EXPECT_FALSE(parseWith([] { return With(faults::resolvedPath, "nowhere"); }));
     ASSERT_NO_FATAL_FAILURE(expectDirectoryEnd("realpath", "Parse> can't query path"));

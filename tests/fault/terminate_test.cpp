@@ -12,8 +12,8 @@
 
 namespace {
 
-using faults::Call;
 using faults::Failure;
+using faults::FaultyCall;
 
 constexpr int exitCodeOfTerminate = 77;
 constexpr int exitCodeOfReturn = 1;
@@ -55,7 +55,7 @@ TEST_F(StrangeException, EndsTheProcess) {
         SCOPED_TRACE(nth);
         EXPECT_EXIT(
             {
-                const Failure failure(Call::StrangeAllocation, nth);
+                const Failure failure(FaultyCall::StrangeAllocation, nth);
                 parseAndExit([this] { parser.Parse(arguments.argc(), arguments.argv()); });
             },
             ::testing::ExitedWithCode(exitCodeOfTerminate), "");
@@ -66,7 +66,7 @@ TEST_F(StrangeException, EndsTheProcessInTheCFunction) {
     EXPECT_EXIT(
         {
             OrvexTestCommandLineParser_GetHelpRequested();
-            const Failure failure(Call::StrangeAllocation);
+            const Failure failure(FaultyCall::StrangeAllocation);
             parseAndExit([this] { OrvexTestCommandLineParser_Parse(arguments.argc(), arguments.argv()); });
         },
         ::testing::ExitedWithCode(exitCodeOfTerminate), "");

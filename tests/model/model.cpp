@@ -3,6 +3,7 @@
 #include "OrvexTestCommandLineParser.h"
 #include "support/known_options.h"
 #include "support/parser_snapshot.h"
+#include "support/usage_text.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -465,21 +466,7 @@ void Parser::setSessionVariables() {
 
 std::string Parser::helpMessage(const std::string& name) const {
     const std::string head = name.empty() ? applicationName : name;
-    return head + (head.empty() ? "" : " ") +
-           "[-?] [-camemu n] [-o filename] [-p <property=value>...] [-packetdelay n] [-packetsize <n>] "
-           "[-socketbuffer <n>] [-tl <deviceclass>...] [-w] [-x <filename>] [<testpath>...]\n"
-           "Additional TDC parameters:\n"
-           "[-tdc_dxml <filename>] [-tdc_guid <guid>]  [-tdc_name <name>] [-tdc_runname <runname>] "
-           "[-tdc_pcname <pcname>] [-tdc_osname <osname>] [-tdc_rundescription <description>] "
-           "[-tdc_group <group>] [-tdc_userid <user defined id>] [-tdc_product <product name>] "
-           "[-tdc_vcsbranch <branchname>] [-tdc_vcsrevision <githash>]\n\n"
-           "<deviceclass> := Any valid DeviceClass string. When using DravikGigE you can also append the "
-           "driver type (i.e.: DravikGigE:SocketDriver or DravikGigE:WindowsFilterDriver)\n"
-           "<testpath>    := Testsuite or testcase to run in <classname>[::<methodname>] format (i.e "
-           "TestSuiteUsb or TestSuiteGigE::DynamicHeartbeatTest)\n\n"
-           "The environment variables ORVEX_TEST_ARGS or _ORVEX_TEST_ARGS_ can be used to pass argument. "
-           "The contents of ORVEX_TEST_ARGS will prepended to the arguments pased con the command line. "
-           "The contents of _ORVEX_TEST_ARGS_ will appended to the arguments passed con the command line.";
+    return head + (head.empty() ? "" : " ") + usageText;
 }
 
 std::pair<int, std::string> Parser::recordBuffer() const {

@@ -5,10 +5,10 @@
 #define ORVEX_TESTS_MODEL_H
 
 #include "OrvexTestCommandLineParser.h"
+#include "support/arguments.h"
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -17,9 +17,6 @@
 namespace model {
 
 using Environment = std::map<std::string, std::string>;
-using Strings = std::vector<std::string>;
-// No value is a null pointer.
-using WideArgument = std::optional<std::u32string>;
 
 std::string trimLeadingDashes(const std::string& text);
 bool isNumber(const std::string& token);

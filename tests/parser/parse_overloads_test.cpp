@@ -1,11 +1,6 @@
 #include "OrvexTestCommandLineParser.h"
 
-#include "parser/parser_test.h"
-#include "support/clean_environment.h"
-#include "support/parser_snapshot.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/parser_test.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,14 +9,11 @@
 
 namespace {
 
-using ::testing::ContainerEq;
 using ::testing::ElementsAre;
 
-// A text of one code point that wide literals cannot hold.
-std::wstring codePoint(unsigned value) {
-    return std::wstring(1, static_cast<wchar_t>(value));
-}
+constexpr char32_t tooLarge = 0x110000;
 
+// A variable shows whether the narrow Parse was reached.
 class ParseOverloads : public ParserTest {
 protected:
     ParseOverloads() {
@@ -29,130 +21,74 @@ protected:
         before = readEnvironment();
     }
 
-    bool parseWide(std::vector<std::wstring> texts) {
-        std::vector<wchar_t*> pointers;
-        pointers.reserve(texts.size());
-        for (std::wstring& text : texts) {
-            pointers.push_back(text.data());
-        }
-        return parser.Parse(static_cast<int>(pointers.size()), pointers.data());
+    bool parseWide(const std::vector<WideArgument>& arguments) {
+        return make({Form::Wide, {}, arguments}, parser) != 0;
     }
 
-    // Parses a block that holds the texts, each with its terminating zero, and nothing else: it is on the
-    // heap, where a memory checker sees a read beyond its end.
-    bool parsePacked(int argc, const std::vector<std::string>& texts) {
-        std::vector<char> block;
-        for (const std::string& text : texts) {
-            block.insert(block.end(), text.begin(), text.end());
-            block.push_back('\0');
-        }
-        block.shrink_to_fit();
-        return parser.Parse(argc, block.data());
+    bool parsePacked(int argc, const Strings& arguments) {
+        return make({Form::Packed, arguments, {}, argc}, parser) != 0;
     }
 
     Environment before;
 };
 
-using WideForm = ParseOverloads;
-using PackedForm = ParseOverloads;
+using WideParse = ParseOverloads;
+using PackedParse = ParseOverloads;
 
-TEST_F(WideForm, ParsesAsTheNarrowForm) {
-    EXPECT_TRUE(parseWide({L"mytest", L"-o", L"out.xml", L"-tl", L"A", L"-tl=B", L"-w", L"Suite", L""}));
-    EXPECT_EQ(parser.getApplicationName(), "mytest");
-    EXPECT_EQ(parser.getOutputFilename(), "out.xml");
+TEST_F(WideParse, ConvertsToUtf8AndParsesLikeTheNarrowForm) {
+    EXPECT_TRUE(parseWide({U"\u00FCtest", U"-o", U"\U0001F600.xml", U"-tl", U"A", U"-tl=B", U"-w", U"\u20AC",
+                           U"", std::u32string{0xD800}}));
+    EXPECT_EQ(parser.getApplicationName(), "\xC3\xBCtest");
+    EXPECT_EQ(parser.getOutputFilename(), "\xF0\x9F\x98\x80.xml");
     EXPECT_EQ(parser.getXmlFilename(), "fromVariable");
     EXPECT_EQ(get("TRANSPORT_LAYER"), "A B");
     EXPECT_TRUE(parser.waitBeforeExit());
-    EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite", ""));
+    EXPECT_THAT(parser.getTestPaths(), ElementsAre("\xE2\x82\xAC", "", "\xED\xA0\x80"));
 }
 
-TEST_F(WideForm, CodePointsBecomeUtf8) {
-    EXPECT_TRUE(parseWide({L"\u00FCtest", L"-tdc_userid", L"Ren\u00E9", L"-x", L"\U0001F600.xml", L"\u20AC",
-                           codePoint(0xD800)}));
-    EXPECT_EQ(parser.getApplicationName(), "\xC3\xBCtest");
-    EXPECT_EQ(get("USER_UID"), "Ren\xC3\xA9");
-    EXPECT_EQ(parser.getXmlFilename(), "\xF0\x9F\x98\x80.xml");
-    EXPECT_THAT(parser.getTestPaths(), ElementsAre("\xE2\x82\xAC", "\xED\xA0\x80"));
-}
-
-TEST_F(WideForm, ReadsExactlyArgcArgumentsAndKeepsNoneOfThem) {
-    std::wstring application = L"app";
+TEST_F(WideParse, ReadsExactlyArgcArgumentsAndCopiesThem) {
     std::wstring suite = L"\u20AC";
-    std::wstring unread = codePoint(0x110000);
-    wchar_t* argv[] = {application.data(), suite.data(), unread.data()};
+    std::wstring unread(1, static_cast<wchar_t>(tooLarge));
+    wchar_t* argv[] = {suite.data(), suite.data(), unread.data()};
     EXPECT_TRUE(parser.Parse(2, argv));
-    EXPECT_STREQ(argv[0], L"app");
-    EXPECT_STREQ(argv[1], L"\u20AC");
-    application.assign(3, L'?');
+    EXPECT_EQ(suite, L"\u20AC");
     suite.assign(1, L'?');
-    EXPECT_EQ(parser.getApplicationName(), "app");
+    EXPECT_EQ(parser.getApplicationName(), "\xE2\x82\xAC");
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("\xE2\x82\xAC"));
 }
 
-TEST_F(WideForm, ReturnsTheResultOfTheNarrowForm) {
-    EXPECT_FALSE(parseWide({L"app", L"-packetsize", L"\u00E9", L"Suite"}));
+TEST_F(WideParse, ReturnsTheResultOfTheNarrowForm) {
+    EXPECT_FALSE(parseWide({U"app", U"-packetsize", U"\u00E9", U"Suite"}));
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite"));
-    EXPECT_EQ(get("ORVEX_GTC_USE_EXTRA_TL"), "1");
 }
 
-TEST_F(WideForm, ACodePointAboveTheLastIsRefusedBeforeAnythingIsParsed) {
-    EXPECT_FALSE(parseWide({codePoint(0x110000), L"-o", L"file", L"Suite"}));
-    EXPECT_FALSE(parseWide({L"app", L"-o", L"file", L"Suite" + codePoint(0x110000)}));
-    EXPECT_FALSE(parseWide({L"app", L"-o", L"file", codePoint(0xFFFFFFFF)}));
+TEST_F(WideParse, InvalidArgumentsReturnFalseAndChangeNothing) {
+    EXPECT_FALSE(parseWide({std::u32string{tooLarge}, U"-o", U"file", U"Suite"}));
+    EXPECT_FALSE(parseWide({U"app", U"-o", U"file", std::u32string{U'S', tooLarge}}));
+    EXPECT_FALSE(parseWide({std::nullopt, U"app"}));
+    EXPECT_FALSE(parseWide({U"app", std::nullopt}));
+    EXPECT_FALSE(make({Form::Wide, {}, {}, 1, true}, parser));
+    EXPECT_FALSE(make({Form::Wide, {}, {U"app"}, -1}, parser));
+    EXPECT_FALSE(make({Form::Wide, {}, {U"app"}, std::numeric_limits<int>::min()}, parser));
     expectNothingParsed(before);
 }
 
-TEST_F(WideForm, ANullArgumentIsRefusedBeforeAnythingIsParsed) {
-    std::wstring application = L"app";
-    wchar_t* first[] = {nullptr, application.data()};
-    wchar_t* last[] = {application.data(), nullptr};
-    EXPECT_FALSE(parser.Parse(2, first));
-    EXPECT_FALSE(parser.Parse(2, last));
+TEST_F(WideParse, ZeroArgcReturnsTrueAndReadsNothing) {
+    EXPECT_TRUE(make({Form::Wide, {}, {std::u32string{tooLarge}}, 0}, parser));
+    EXPECT_TRUE(make({Form::Wide, {}, {}, 0, true}, parser));
     expectNothingParsed(before);
 }
 
-TEST_F(WideForm, ARefusalKeepsWhatAnEarlierParseLeft) {
-    ASSERT_TRUE(parseWide({L"app", L"-o", L"file", L"-tl", L"A", L"Suite"}));
-    const Snapshot state = stateOf(parser);
-    const Environment environment = readEnvironment();
-    EXPECT_FALSE(parseWide({L"other", L"-o", L"other", codePoint(0x110000)}));
-    EXPECT_THAT(stateOf(parser), ContainerEq(state));
-    EXPECT_THAT(readEnvironment(), ContainerEq(environment));
-}
-
-TEST_F(WideForm, ANullVectorAndANegativeCountAreRefused) {
-    std::wstring application = L"app";
-    wchar_t* argv[] = {application.data()};
-    EXPECT_FALSE(parser.Parse(1, static_cast<wchar_t**>(nullptr)));
-    EXPECT_FALSE(parser.Parse(-1, argv));
-    EXPECT_FALSE(parser.Parse(std::numeric_limits<int>::min(), argv));
-    expectNothingParsed(before);
-}
-
-TEST_F(WideForm, WithACountOfZeroNothingIsRead) {
-    std::wstring tooLarge = codePoint(0x110000);
-    wchar_t* argv[] = {tooLarge.data()};
-    EXPECT_TRUE(parser.Parse(0, static_cast<wchar_t**>(nullptr)));
-    EXPECT_TRUE(parser.Parse(0, argv));
-    expectNothingParsed(before);
-}
-
-TEST_F(PackedForm, ParsesTheTextsOfTheBlock) {
-    EXPECT_TRUE(parsePacked(5, {"prog", "-w", "-o", "out.xml", "\x01\x80\xFF b"}));
+TEST_F(PackedParse, ParsesTheFirstArgcStringsOfTheBlock) {
+    EXPECT_TRUE(parsePacked(4, {"prog", "-o", "out.xml", "\x01\x80\xFF b", "-w", "", "More"}));
     EXPECT_EQ(parser.getApplicationName(), "prog");
-    EXPECT_TRUE(parser.waitBeforeExit());
+    EXPECT_FALSE(parser.waitBeforeExit());
     EXPECT_EQ(parser.getOutputFilename(), "out.xml");
     EXPECT_EQ(parser.getXmlFilename(), "fromVariable");
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("\x01\x80\xFF b"));
 }
 
-TEST_F(PackedForm, UsesOnlyTheFirstArgcTexts) {
-    EXPECT_TRUE(parsePacked(2, {"prog", "Suite", "-w", "", "More"}));
-    EXPECT_FALSE(parser.waitBeforeExit());
-    EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite"));
-}
-
-TEST_F(PackedForm, KeepsNothingOfTheBlockAndDoesNotChangeIt) {
+TEST_F(PackedParse, CopiesTheBlockAndDoesNotChangeIt) {
     char block[] = "prog\0Suite";
     EXPECT_TRUE(parser.Parse(2, block));
     EXPECT_EQ(std::string(block, sizeof block), std::string("prog\0Suite\0", 11));
@@ -161,26 +97,21 @@ TEST_F(PackedForm, KeepsNothingOfTheBlockAndDoesNotChangeIt) {
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite"));
 }
 
-TEST_F(PackedForm, ReturnsTheResultOfTheNarrowForm) {
+TEST_F(PackedParse, ReturnsTheResultOfTheNarrowForm) {
     EXPECT_FALSE(parsePacked(4, {"prog", "-packetsize", "x", "Suite"}));
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite"));
-    EXPECT_EQ(get("ORVEX_GTC_USE_EXTRA_TL"), "1");
 }
 
-TEST_F(PackedForm, AnEmptyTextIsRefusedBeforeAnythingIsParsed) {
+TEST_F(PackedParse, EmptyStringOrNegativeArgcReturnsFalseAndChangesNothing) {
     EXPECT_FALSE(parsePacked(3, {"prog", "", "Suite"}));
     EXPECT_FALSE(parsePacked(3, {"", "prog", "Suite"}));
     EXPECT_FALSE(parsePacked(4, {"prog", "-o", "file", ""}));
-    expectNothingParsed(before);
-}
-
-TEST_F(PackedForm, ANegativeCountIsRefused) {
     EXPECT_FALSE(parsePacked(-1, {"prog", "Suite"}));
     EXPECT_FALSE(parsePacked(std::numeric_limits<int>::min(), {"prog", "Suite"}));
     expectNothingParsed(before);
 }
 
-TEST_F(PackedForm, WithACountOfZeroNothingIsRead) {
+TEST_F(PackedParse, ZeroArgcReturnsTrueAndReadsNothing) {
     EXPECT_TRUE(parser.Parse(0, static_cast<char*>(nullptr)));
     EXPECT_TRUE(parsePacked(0, {""}));
     expectNothingParsed(before);

@@ -1,5 +1,5 @@
-// Texts whose UTF-8 is as long as an int can count, and longer. They take little memory: the same pages
-// stand in the address space again and again.
+// Strings whose UTF-8 has as many bytes as an int can count, and more. They take little memory: the same
+// pages are mapped again and again.
 
 #include "parser/wide_to_utf8.h"
 
@@ -16,10 +16,10 @@ constexpr std::size_t pieceSize = std::size_t{8} << 20;
 constexpr std::size_t pieces = 256;
 static_assert(pieceSize * pieces == std::size_t{1} << 31);
 
-// 2^29 code points of four bytes each, all from one file, and zeros after them that can be overwritten.
-class RepeatedText {
+// 2^29 code points of four bytes each, all from one file, and then NULs that can be overwritten.
+class RepeatedString {
 public:
-    RepeatedText() {
+    RepeatedString() {
         const std::vector<wchar_t> piece(pieceSize / sizeof(wchar_t), L'\U0010FFFF');
         file = std::tmpfile();
         if (std::fwrite(piece.data(), 1, pieceSize, file) != pieceSize || std::fflush(file) != 0) {
@@ -35,14 +35,14 @@ public:
             }
         }
     }
-    ~RepeatedText() {
+    ~RepeatedString() {
         munmap(start, pieceSize * (pieces + 1));
         static_cast<void>(std::fclose(file));
     }
-    RepeatedText(const RepeatedText&) = delete;
-    RepeatedText& operator=(const RepeatedText&) = delete;
+    RepeatedString(const RepeatedString&) = delete;
+    RepeatedString& operator=(const RepeatedString&) = delete;
 
-    const wchar_t* text() const {
+    const wchar_t* string() const {
         return reinterpret_cast<const wchar_t*>(start);
     }
     wchar_t* rest() const {
@@ -54,15 +54,15 @@ private:
     char* start = nullptr;
 };
 
-TEST(WideToUtf8Length, AsManyBytesAsAnIntCountsAreMeasuredAndOneMoreIsRefused) {
-    const RepeatedText repeated;
-    ASSERT_NE(repeated.text(), nullptr);
-    // One code point less than there are, one of two bytes, and the terminating zero.
+TEST(WideToUtf8Length, CountsUpToTheLargestIntAndRefusesOneByteMore) {
+    const RepeatedString repeated;
+    ASSERT_NE(repeated.string(), nullptr);
+    // One code point less than there are, one of two bytes, and the terminator.
     repeated.rest()[0] = L'\u00FF';
-    EXPECT_EQ(orvex::convertWideToUtf8(repeated.text() + 1, nullptr, 0), std::numeric_limits<int>::max());
+    EXPECT_EQ(orvex::convertWideToUtf8(repeated.string() + 1, nullptr, 0), std::numeric_limits<int>::max());
     repeated.rest()[0] = L'\u0800';
-    EXPECT_EQ(orvex::convertWideToUtf8(repeated.text() + 1, nullptr, 0), -2);
-    EXPECT_EQ(orvex::convertWideToUtf8(repeated.text(), nullptr, 0), -2);
+    EXPECT_EQ(orvex::convertWideToUtf8(repeated.string() + 1, nullptr, 0), -2);
+    EXPECT_EQ(orvex::convertWideToUtf8(repeated.string(), nullptr, 0), -2);
 }
 
 }  // namespace

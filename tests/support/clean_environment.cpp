@@ -5,15 +5,17 @@
 #include <cstdlib>
 #include <string_view>
 
-// NOLINTNEXTLINE(readability-redundant-declaration): not every platform declares it.
-extern char** environ;
+// Not declared by every platform.
+extern char** environ;  // NOLINT(readability-redundant-declaration)
 
 Environment readEnvironment() {
     Environment environment;
     for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
         const std::string_view text(*entry);
         const std::size_t equals = text.find('=', 1);
-        environment.emplace(text.substr(0, equals), text.substr(equals + 1));
+        if (!environment.emplace(text.substr(0, equals), text.substr(equals + 1)).second) {
+            environment.emplace(std::string(text) + " (again)", "");
+        }
     }
     return environment;
 }

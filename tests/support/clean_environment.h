@@ -10,13 +10,13 @@
 
 using Environment = std::map<std::string, std::string>;
 
-// All variables of the process environment.
+// All variables of the process environment. An entry whose name occurs a second time is marked.
 Environment readEnvironment();
 
 // Makes the process environment exactly this.
 void writeEnvironment(const Environment& environment);
 
-// A test that starts with an empty process environment and puts the old one back when it ends.
+// A test that starts with an empty process environment and restores the old one at its end.
 class CleanEnvironmentTest : public ::testing::Test {
 protected:
     CleanEnvironmentTest();

@@ -34,7 +34,7 @@ bool allocationsAreSlow = false;
 
 namespace {
 
-// Plain data only: the functions below are called before any constructor of this file has run.
+// Plain data only: the functions below are called before this file's constructors run.
 Failure* failure = nullptr;
 CallLog* callLog = nullptr;
 std::atomic<std::size_t> allocationCount{0};
@@ -42,15 +42,15 @@ std::atomic<std::size_t> releaseCount{0};
 std::atomic<std::size_t> resolvedPathCount{0};
 std::atomic<void*> lastResolvedPath{nullptr};
 
-bool failsNow(Call call) {
+bool failsNow(FaultyCall call) {
     return failure != nullptr && failure->failsNow(call);
 }
 
-// The log is no part of what is tested: its own allocations do not fail and do not count.
-void keep(const char* function, const char* text = "", const char* rest = "", const char* end = "") {
+// Allocations of the log itself do not fail.
+void keep(const char* function, const char* first = "", const char* second = "", const char* third = "") {
     if (callLog != nullptr) {
         Failure* const interrupted = std::exchange(failure, nullptr);
-        callLog->calls.push_back(std::string(function) + text + rest + end);
+        callLog->calls.push_back(std::string(function) + first + second + third);
         failure = interrupted;
     }
 }
@@ -59,7 +59,7 @@ void* allocateOrNull(std::size_t size) {
     if (allocationsAreSlow) {
         std::this_thread::sleep_for(std::chrono::microseconds(200));
     }
-    void* const memory = failsNow(Call::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
+    void* const memory = failsNow(FaultyCall::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
     if (memory != nullptr) {
         ++allocationCount;
     }
@@ -67,7 +67,7 @@ void* allocateOrNull(std::size_t size) {
 }
 
 void* allocate(std::size_t size) {
-    if (failsNow(Call::StrangeAllocation)) {
+    if (failsNow(FaultyCall::StrangeAllocation)) {
         throw 42;
     }
     void* const memory = allocateOrNull(size);
@@ -76,6 +76,18 @@ void* allocate(std::size_t size) {
     }
     return memory;
 }
+
+int setenvOrFail(const char* name, const char* value, int overwrite) {
+    static const auto platform = PLATFORM(setenv);
+    keep(overwrite == 1 ? "setenv " : "setenv otherwise ", name, "=", value);
+    if (failsNow(FaultyCall::SetEnv) || refusedVariables.count(std::string_view(name)) != 0) {
+        errno = ENOMEM;
+        return -1;
+    }
+    return platform(name, value, overwrite);
+}
+
+[[maybe_unused]] const bool isSetenvReplaced = (setenvInstead = &setenvOrFail) != nullptr;
 
 void release(void* memory) noexcept {
     if (memory != nullptr) {
@@ -86,7 +98,7 @@ void release(void* memory) noexcept {
 
 }  // namespace
 
-Failure::Failure(Call call, std::size_t nth, Times times) : call(call), times(times), callsLeft(nth) {
+Failure::Failure(FaultyCall call, std::size_t nth, Times times) : call(call), times(times), callsLeft(nth) {
     failure = this;
 }
 
@@ -98,7 +110,7 @@ bool Failure::happened() const {
     return hasFailed;
 }
 
-bool Failure::failsNow(Call made) {
+bool Failure::failsNow(FaultyCall made) {
     if (made != call) {
         return false;
     }
@@ -138,7 +150,7 @@ using namespace faults;
 
 extern "C" {
 
-// What every throw expression calls, with the types under which the compiler knows it.
+// Every throw expression calls this, with these types.
 [[noreturn]] void __cxa_throw(void* exception, void* type, void (*destroy)(void*));
 
 char* REPLACEMENT(getenv)(const char* name) PLATFORM_NOEXCEPT {
@@ -147,20 +159,10 @@ char* REPLACEMENT(getenv)(const char* name) PLATFORM_NOEXCEPT {
     return platform(name);
 }
 
-int REPLACEMENT(setenv)(const char* name, const char* value, int overwrite) PLATFORM_NOEXCEPT {
-    static const auto platform = PLATFORM(setenv);
-    keep(overwrite == 1 ? "setenv " : "setenv otherwise ", name, "=", value);
-    if (failsNow(Call::SetEnv) || refusedVariables.count(std::string_view(name)) != 0) {
-        errno = ENOMEM;
-        return -1;
-    }
-    return platform(name, value, overwrite);
-}
-
 int REPLACEMENT(dladdr)(const void* address, Dl_info* information) PLATFORM_NOEXCEPT {
     static const auto platform = PLATFORM(dladdr);
     keep("dladdr");
-    if (failsNow(Call::DlAddr)) {
+    if (failsNow(FaultyCall::DlAddr)) {
         return 0;
     }
     const int result = platform(address, information);
@@ -173,7 +175,7 @@ int REPLACEMENT(dladdr)(const void* address, Dl_info* information) PLATFORM_NOEX
 char* REPLACEMENT(realpath)(const char* path, char* buffer) PLATFORM_NOEXCEPT {
     static const auto platform = PLATFORM(realpath);
     keep("realpath ", path);
-    if (failsNow(Call::RealPath)) {
+    if (failsNow(FaultyCall::RealPath)) {
         errno = ENOENT;
         return nullptr;
     }
@@ -189,7 +191,7 @@ char* REPLACEMENT(realpath)(const char* path, char* buffer) PLATFORM_NOEXCEPT {
 
 #if OWNS_FREE
 void REPLACEMENT(free)(void* memory) PLATFORM_NOEXCEPT {
-    // Not initialised in one step: the search for the platform's function may itself release memory.
+    // Looking up the platform's function may itself release memory.
     static decltype(&::free) platform = nullptr;
     static bool isSearching = false;
     if (memory == nullptr || isSearching) {
@@ -271,7 +273,6 @@ void releaseSized(void* memory, std::size_t /*size*/) noexcept {
 
 REPLACEMENTS = {
     REPLACE(getenv),
-    REPLACE(setenv),
     REPLACE(dladdr),
     REPLACE(realpath),
     REPLACE(__cxa_throw),

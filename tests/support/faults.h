@@ -1,5 +1,5 @@
-// Stands between the library and the platform: makes chosen calls fail or answer something else, and keeps
-// what was called. Works in programs that link to the target "faults".
+// Fault injection: interposes functions of the platform and operator new, fails chosen calls and records
+// calls. Works in programs that link to "faults".
 
 #ifndef ORVEX_TESTS_FAULTS_H
 #define ORVEX_TESTS_FAULTS_H
@@ -13,9 +13,9 @@
 
 namespace faults {
 
-enum class Call {
+enum class FaultyCall {
     Allocation,         // operator new; fails with std::bad_alloc
-    StrangeAllocation,  // operator new; fails with an exception that is no std::exception
+    StrangeAllocation,  // operator new; fails with an exception that is not a std::exception
     SetEnv,             // fails with -1
     RealPath,           // fails with a null pointer
     DlAddr,             // fails with 0
@@ -26,19 +26,19 @@ enum class Times { Once, FromThenOn };
 // Makes the nth call from now on fail, counted from 1, as long as it lives. One lives at a time.
 class Failure {
 public:
-    explicit Failure(Call call, std::size_t nth = 1, Times times = Times::Once);
+    explicit Failure(FaultyCall call, std::size_t nth = 1, Times times = Times::Once);
     ~Failure();
     Failure(const Failure&) = delete;
     Failure& operator=(const Failure&) = delete;
 
-    // Whether the call that is to fail was made.
+    // Whether the call was made that was to fail.
     bool happened() const;
 
-    // Counts a call, and tells whether it fails.
-    bool failsNow(Call made);
+    // Counts a call and returns whether it fails.
+    bool failsNow(FaultyCall made);
 
 private:
-    const Call call;
+    const FaultyCall call;
     const Times times;
     std::size_t callsLeft;
     bool hasFailed = false;
@@ -71,7 +71,7 @@ extern const char* libraryFile;                              // unless null, the
 extern const char* resolvedPath;                             // unless null, what realpath answers
 extern bool allocationsAreSlow;                              // so that other threads overtake
 
-// Keeps, as long as it lives, what was called and thrown: "getenv NAME", "setenv NAME=value" ("setenv
+// Records, as long as it lives, what was called and thrown: "getenv NAME", "setenv NAME=value" ("setenv
 // otherwise" unless its flag is 1), "dladdr", "realpath PATH", "throw TYPE: message".
 class CallLog {
 public:

@@ -1,5 +1,5 @@
-// The options, the variables and the fields that the tests know of, written by hand: what the library, its
-// documents and its tools name is held against this table.
+// The options, the variables and the fields of the record, written by hand. The tests compare what the
+// library, its documents and its tools name with these tables.
 
 #ifndef ORVEX_TESTS_KNOWN_OPTIONS_H
 #define ORVEX_TESTS_KNOWN_OPTIONS_H
@@ -7,12 +7,13 @@
 #include "OrvexTestCommandLineParser.h"
 
 #include <string>
+#include <vector>
 
 enum class OptionKind {
     Flag,
-    Value,       // of several, the last one counts
+    Value,       // the last one wins
     Number,      // a value that must begin with a digit
-    MultiValue,  // all of them count
+    MultiValue,  // all of them take effect
     InlineOnly   // a value, but only as name=value
 };
 
@@ -83,5 +84,16 @@ inline constexpr const char* knownVariables[] = {
     "VCS_BRANCH",
     "TRANSPORT_LAYER",
 };
+
+// The options whose value must begin with a digit.
+inline std::vector<KnownOption> numbers() {
+    std::vector<KnownOption> found;
+    for (const KnownOption& option : knownOptions) {
+        if (option.kind == OptionKind::Number) {
+            found.push_back(option);
+        }
+    }
+    return found;
+}
 
 #endif

@@ -15,6 +15,7 @@ struct RecordField {
     std::string TestRunInformation::*field;
 };
 
+// In the order of the slots of the C interface; the last two have none.
 inline constexpr RecordField recordFields[] = {
     {"group", &TestRunInformation::group},
     {"guid", &TestRunInformation::guid},
@@ -36,22 +37,13 @@ inline constexpr RecordField recordFields[] = {
     {"bit", &TestRunInformation::bit},
 };
 
-// The eighteen fields of the record by name.
-inline Snapshot snapshotOf(const TestRunInformation& information) {
-    Snapshot snapshot;
-    for (const RecordField& field : recordFields) {
-        snapshot[field.name] = information.*field.field;
-    }
-    return snapshot;
-}
-
-// What the accessors return, without the record. Test paths are each followed by a blank.
+// What the accessors return, and the fields of the record. A space follows each test path.
 inline Snapshot snapshotOf(const OrvexTestCommandLineParser& parser) {
     std::string testPaths;
     for (const std::string& testPath : parser.getTestPaths()) {
         testPaths += testPath + " ";
     }
-    return {
+    Snapshot snapshot = {
         {"applicationName", parser.getApplicationName()},
         {"xmlFilename", parser.getXmlFilename()},
         {"outputFilename", parser.getOutputFilename()},
@@ -60,12 +52,16 @@ inline Snapshot snapshotOf(const OrvexTestCommandLineParser& parser) {
         {"helpRequested", parser.helpRequested() ? "yes" : "no"},
         {"waitBeforeExit", parser.waitBeforeExit() ? "yes" : "no"},
     };
+    for (const RecordField& field : recordFields) {
+        snapshot[field.name] = parser.getTestRunInformation().*field.field;
+    }
+    return snapshot;
 }
 
 // The snapshot (or environment) with these entries changed or added.
 inline Snapshot changed(Snapshot snapshot, const Snapshot& changes) {
-    for (const auto& [name, text] : changes) {
-        snapshot[name] = text;
+    for (const auto& [name, value] : changes) {
+        snapshot[name] = value;
     }
     return snapshot;
 }

@@ -1,7 +1,6 @@
-// Functions of the platform that the tests replace. On ELF, the program defines them under their own names,
-// and so do libraries call them. On macOS, a library calls what it was linked to: there the replacements have
-// names of their own and stand in a library with a table, which the dynamic loader puts in the place of the
-// platform's.
+// Functions of the platform that the tests replace. On ELF, a definition in the program replaces that of all
+// libraries. On macOS, a library is linked to one particular definition; there the replacements have other
+// names and lie in a library with a table, from which the dynamic loader takes them.
 
 #ifndef ORVEX_TESTS_REPLACED_FUNCTIONS_H
 #define ORVEX_TESTS_REPLACED_FUNCTIONS_H
@@ -37,4 +36,9 @@ Function nextAfterProgram(const char* name) {
 }
 
 #endif
+
+// Answers every call of setenv, unless it is null. Works in programs that link to "faults" or
+// "replaced_setenv".
+extern int (*setenvInstead)(const char* name, const char* value, int overwrite);
+
 #endif

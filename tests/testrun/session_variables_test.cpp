@@ -1,23 +1,17 @@
 #include "OrvexTestCommandLineParser.h"
-#include "support/arguments.h"
-#include "support/clean_environment.h"
-#include "support/parser_snapshot.h"
+#include "support/parser_test.h"
+#include "support/replaced_functions.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
+#include <cstddef>
 #include <string>
 
 namespace {
 
 using ::testing::ContainerEq;
 
-// What a parse sets in an empty environment whatever the options are.
-const Environment defaults = {{"ORVEX_GTC_USE_EXTRA_TL", "1"}, {"ORVEX_GIGE_STREAM_GEVSCPS", "8192"}};
-
 const struct {
     std::string option;
-    const char* variable;
+    std::string variable;
 } rows[] = {
     {"-tdc_guid", "TEST_SESSION_GUID"},
     {"-tdc_runname", "TEST_SESSION_NAME"},
@@ -31,77 +25,81 @@ const struct {
     {"-tl", "TRANSPORT_LAYER"},
 };
 
-class SessionVariables : public CleanEnvironmentTest {
+class SessionVariables : public ParserTest {
 protected:
     // The environment after a parse in which all ten variables are inherited, without the device filter.
     static Environment afterParse(const std::string& argument) {
         writeEnvironment(inherited());
-        OrvexTestCommandLineParser parser;
-        EXPECT_TRUE(parse(parser, {"app", argument}));
+        OrvexTestCommandLineParser fresh;
+        EXPECT_TRUE(parse(fresh, {"app", argument}));
         Environment environment = readEnvironment();
         environment.erase("ORVEX_DEVICE_FILTER");
         return environment;
     }
 
     static Environment inherited() {
-        Environment environment = defaults;
+        Environment environment = defaultVariables;
         for (const auto& row : rows) {
-            environment[row.variable] = std::string("inherited ") + row.variable;
+            environment[row.variable] = "inherited " + row.variable;
         }
         return environment;
     }
-
-    OrvexTestCommandLineParser parser;
 };
 
-TEST_F(SessionVariables, AnOptionSetsItsVariableAndNoOther) {
+TEST_F(SessionVariables, EachIsSetByItsOption) {
     for (const auto& row : rows) {
-        ASSERT_THAT(afterParse(row.option + "=a value"),
-                    ContainerEq(changed(inherited(), {{row.variable, "a value"}})))
-            << row.option;
+        EXPECT_THAT(afterParse(row.option + "=a value"),
+                    ContainerEq(changed(inherited(), {{row.variable, "a value"}})));
     }
 }
 
-TEST_F(SessionVariables, AnEmptyOrAbsentValueLeavesTheVariable) {
+TEST_F(SessionVariables, AreSetInTheirOrder) {
+    static Strings names;
+    Strings arguments = {"app"};
+    Strings expected;
     for (const auto& row : rows) {
-        ASSERT_THAT(afterParse(row.option + "="), ContainerEq(inherited())) << row.option;
-        ASSERT_THAT(afterParse(row.option), ContainerEq(inherited())) << row.option;
+        arguments.push_back(row.option + "=value");
+        expected.push_back(row.variable);
+    }
+    setenvInstead = [](const char* name, const char* /*value*/, int /*overwrite*/) {
+        names.push_back(name);
+        return 0;
+    };
+    EXPECT_TRUE(parse(parser, arguments));
+    setenvInstead = nullptr;
+    ASSERT_GT(names.size(), expected.size());
+    names.erase(names.begin(), names.end() - static_cast<std::ptrdiff_t>(expected.size()));
+    EXPECT_EQ(names, expected);
+}
+
+TEST_F(SessionVariables, EmptyOrAbsentValueLeavesTheVariableUnchanged) {
+    for (const auto& row : rows) {
+        EXPECT_THAT(afterParse(row.option + "="), ContainerEq(inherited()));
+        EXPECT_THAT(afterParse(row.option), ContainerEq(inherited()));
     }
 }
 
-TEST_F(SessionVariables, WithoutOptionsNoneIsDefined) {
-    EXPECT_TRUE(parse(parser, words("app TestSuiteUsb -w")));
-    EXPECT_THAT(readEnvironment(), ContainerEq(defaults));
-    // The defaults of the record are not exported.
+TEST_F(SessionVariables, AreNotSetFromTheDefaultsAndTheOtherFieldsOfTheRecord) {
+    EXPECT_TRUE(parse(parser, words("app -pcname a -osname b -tdc_dxml c -testname d -ostype e -bit f")));
+    EXPECT_THAT(readEnvironment(), ContainerEq(defaultVariables));
     EXPECT_EQ(parser.getTestRunInformation().group, "orvex");
     EXPECT_EQ(parser.getTestRunInformation().transportLayers, "any");
 }
 
-TEST_F(SessionVariables, FieldsOfTheRecordWithoutAVariableAreNotExported) {
-    EXPECT_TRUE(parse(parser, words("app -pcname a -osname b -tdc_dxml c -testname d -ostype e -bit f")));
-    EXPECT_THAT(readEnvironment(), ContainerEq(defaults));
-}
-
-TEST_F(SessionVariables, TransportLayersAreJoinedByOneBlankInTheOrderGiven) {
-    EXPECT_TRUE(parse(parser, words("app -tl DravikUsb -tl DravikGigE,A")));
-    EXPECT_EQ(get("TRANSPORT_LAYER"), "DravikUsb DravikGigE,A");
-    EXPECT_EQ(parser.getTlList(), "DravikUsb,DravikGigE,A");
-    EXPECT_TRUE(parse(parser, words("app -tl B")));
-    EXPECT_EQ(get("TRANSPORT_LAYER"), "DravikUsb DravikGigE,A B");
-}
-
-TEST_F(SessionVariables, TwoEmptyTransportLayersAreABlank) {
-    EXPECT_TRUE(parse(parser, words("app -tl= -tl=")));
-    EXPECT_EQ(get("TRANSPORT_LAYER"), " ");
-}
-
-TEST_F(SessionVariables, TheVariantInTwoArgumentsSetsNothing) {
+TEST_F(SessionVariables, VariantIsOnlyTakenAfterAnEqualsSign) {
     EXPECT_TRUE(parse(parser, words("app -tdc_variant value")));
-    EXPECT_THAT(readEnvironment(), ContainerEq(defaults));
+    EXPECT_THAT(readEnvironment(), ContainerEq(defaultVariables));
     EXPECT_EQ(parser.getFirstTestPath(), "value");
 }
 
-TEST_F(SessionVariables, TheLastValueOfTheThreeSourcesIsExportedAsItStands) {
+TEST_F(SessionVariables, TransportLayersAreJoinedByOneSpaceInTheOrderGiven) {
+    EXPECT_TRUE(parse(parser, words("app -tl DravikUsb -tl DravikGigE,A -tl=")));
+    EXPECT_EQ(get("TRANSPORT_LAYER"), "DravikUsb DravikGigE,A ");
+    EXPECT_TRUE(parse(parser, words("app -tl B")));
+    EXPECT_EQ(get("TRANSPORT_LAYER"), "DravikUsb DravikGigE,A  B");
+}
+
+TEST_F(SessionVariables, LastValueOfTheThreeSourcesIsExportedUnchanged) {
     set("ORVEX_TEST_ARGS", "-tdc_guid first -tdc_product first -tdc_userid ' \x01\x80\xFF'");
     set("_ORVEX_TEST_ARGS_", "-tdc_guid third");
     EXPECT_TRUE(parse(parser, words("app -tdc_guid second -tdc_product second")));
@@ -110,26 +108,12 @@ TEST_F(SessionVariables, TheLastValueOfTheThreeSourcesIsExportedAsItStands) {
     EXPECT_EQ(get("USER_UID"), " \x01\x80\xFF");
 }
 
-TEST_F(SessionVariables, EveryParseExportsAgainWhatIsStillGiven) {
+TEST_F(SessionVariables, EveryParseExportsWhatEarlierOnesScanned) {
     EXPECT_TRUE(parse(parser, words("app -tdc_guid old -tdc_product kept")));
     writeEnvironment({});
     EXPECT_TRUE(parse(parser, words("app -tdc_guid=")));
-    EXPECT_THAT(readEnvironment(), ContainerEq(changed(defaults, {{"TEST_PRODUCT", "kept"}})));
+    EXPECT_THAT(readEnvironment(), ContainerEq(changed(defaultVariables, {{"TEST_PRODUCT", "kept"}})));
     EXPECT_EQ(parser.getTestRunInformation().guid, "old") << "the record keeps it";
-}
-
-TEST_F(SessionVariables, AnInheritedBranchGivesWayOnlyToAGivenOne) {
-    set("VCS_BRANCH", "inherited");
-    EXPECT_TRUE(parse(parser, {"app"}));
-    EXPECT_EQ(get("VCS_BRANCH"), "inherited");
-    EXPECT_TRUE(parse(parser, words("app -tdc_vcsbranch main")));
-    EXPECT_EQ(get("VCS_BRANCH"), "main");
-}
-
-TEST_F(SessionVariables, AParseThatFailsBeforeSetsNone) {
-    EXPECT_FALSE(parse(parser, words("app -tdc_guid 1 -tl A -camemu x")));
-    EXPECT_THAT(readEnvironment(),
-                ContainerEq(changed(defaults, {{"ORVEX_DEVICE_FILTER", "DeviceClass=A"}})));
 }
 
 }  // namespace
