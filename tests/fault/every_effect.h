@@ -3,21 +3,16 @@
 #ifndef ORVEX_TESTS_EVERY_EFFECT_H
 #define ORVEX_TESTS_EVERY_EFFECT_H
 
-#include "OrvexTestCommandLineParser.h"
-
 #include "support/arguments.h"
-#include "support/clean_environment.h"
 #include "support/faults.h"
-#include "support/parser_snapshot.h"
+#include "support/known_options.h"
+#include "support/parser_test.h"
 
-#include <algorithm>
 #include <ostream>
 #include <string>
 #include <vector>
 
-using Texts = Strings;
-
-// With so many "~" for each that no string holds the text without an allocation.
+// With 32 "~" for each, so that no string holds the value without an allocation.
 inline std::string lengthened(std::string text) {
     for (std::size_t i = text.find('~'); i != std::string::npos; i = text.find('~', i + 32)) {
         text.replace(i, 1, 32, '~');
@@ -25,28 +20,53 @@ inline std::string lengthened(std::string text) {
     return text;
 }
 
-inline Texts longWords(const std::string& text) {
+inline std::string shortened(std::string text) {
+    for (std::size_t i = text.find("~~"); i != std::string::npos; i = text.find("~~", i)) {
+        text.erase(i, 1);
+    }
+    return text;
+}
+
+inline Strings longWords(const std::string& text) {
     return words(lengthened(text));
 }
 
-// ---- The command line, and what is in the two variables
+// "-NAME VALUE " for each option but -tl that fills a field of the record; the value is "NAME~" unless it is
+// given.
+inline std::string recordOptions(const std::string& value = "") {
+    std::string text;
+    for (const KnownOption& option : knownOptions) {
+        if (option.kind == OptionKind::Value && option.field != nullptr) {
+            text += std::string("-") + option.name + " " +
+                    (value.empty() ? option.name + std::string("~") : value) + " ";
+        }
+    }
+    return text;
+}
 
-inline const Texts programName = longWords("app~");
-inline const Texts options = longWords(
-    "-w -x xml~ Suite~ -tl DravikGTC,DravikGigE:Filter~ -p two~ -socketbuffer 1~ -packetsize 2~ -packetdelay "
-    "3~ "
-    "-camemu 4~ -tdc_guid guid~ -tdc_runname name~ -tdc_rundescription description~ -tdc_group group~ "
-    "-tdc_product product~ -tdc_variant=variant~");
+inline std::string numberFor(const KnownOption& option) {
+    return std::string("7") + option.name + "~";
+}
+
+inline std::string numberOptions() {
+    std::string text;
+    for (const KnownOption& option : numbers()) {
+        text += std::string("-") + option.name + " " + numberFor(option) + " ";
+    }
+    return text;
+}
+
+// The command line and the two argument variables
+
+inline const Strings programName = longWords("app~");
+inline const Strings options = longWords("-w -x xml~ Suite~ -tl DravikGTC,DravikGigE:Filter~ -p two~ " +
+                                         numberOptions() + "-tdc_variant=tdc_variant~");
 inline const std::string prepended = lengthened("-help First~ -o first~ -tl DravikGigE:Socket~ -p one~");
-inline const std::string appended = lengthened(
-    "-tdc_userid user~ -tdc_vcsrevision revision~ -tdc_vcsbranch branch~ -tdc_dxml dravik~ -testname test~ "
-    "-pcname computer~ -osname system~ -ostype type~ -bit bit~ -o output~ Last~");
+inline const std::string appended = lengthened(recordOptions() + "-o output~ Last~");
 
-// Of a parse before. Its program name is an option, so that the next parse names the program.
-inline const Texts earlierCommandLine = longWords(
-    "-earlier -o old -x old -tdc_guid old -tdc_runname old -tdc_rundescription old -tdc_group old "
-    "-tdc_product old -tdc_variant=old -tdc_userid old -tdc_vcsrevision old -tdc_vcsbranch old -tdc_dxml old "
-    "-testname old -pcname old -osname old -ostype old -bit old");
+// Of an earlier parse. Its program name is an option, so that the next parse names the program.
+inline const Strings earlierCommandLine =
+    words("-earlier -o old -x old -tdc_variant=old " + recordOptions("old"));
 
 constexpr Form everyForm[] = {Form::Narrow, Form::Wide, Form::Packed};
 
@@ -55,7 +75,7 @@ inline void PrintTo(Form form, std::ostream* stream) {
     *stream << names[static_cast<std::size_t>(form)];
 }
 
-// ---- The effects
+// The effects
 
 struct Effect {
     std::string name;  // of a variable, an accessor or a field of the record
@@ -80,74 +100,66 @@ inline const std::vector<Effect> everyEffect = [] {
         {"tlList", "DravikGigE:Socket~,DravikGTC,DravikGigE:Filter~"},
         {"ORVEX_GTC_USE_EXTRA_TL", "1"},
         {"ORVEX_DEVICE_FILTER", "DeviceClass=DravikGTC||DeviceClass=DravikGigE"},
-        {"ORVEX_GIGE_STREAMPARAMS", "Type=Socket~ SocketBufferSize=1~"},
-        {"ORVEX_GIGE_STREAM_GEVSCPS", "2~"},
-        {"ORVEX_GIGE_STREAM_GEVSCPD", "3~"},
-        {"ORVEX_CAMEMU", "4~"},
-        {"TEST_PROPERTIES", "one~ two~"},
-        {"GENICAM_GENTL64_PATH",
-         "/sdk/Frameworks/orvex.framework/Libraries/gentlproducer/gtl:"
-         "/sdk/Frameworks/orvex.framework/Libraries/orvexCXP/bin:/old"},
-        {"group", "orvex"},
-        {"fixedZero", "0"},
-        {"guid", "guid~"},
-        {"runName", "name~"},
-        {"runDescription", "description~"},
-        {"group", "group~"},
-        {"userId", "user~"},
-        {"product", "product~"},
-        {"vcsBranch", "branch~"},
-        {"vcsRevision", "revision~"},
-        {"secondVcsBranch", "branch~"},
-        {"secondVcsRevision", "revision~"},
-        {"tdcDravikXmlFilename", "dravik~"},
-        {"testName", "test~"},
-        {"pcName", "computer~"},
-        {"osName", "system~"},
-        {"osType", "type~"},
-        {"bit", "bit~"},
-        {"transportLayers", "DravikGigE:Socket~,DravikGTC,DravikGigE:Filter~"},
-        {"TEST_SESSION_GUID", "guid~"},
-        {"TEST_SESSION_NAME", "name~"},
-        {"TEST_SESSION_DESCRIPTION", "description~"},
-        {"TEST_SESSION_GROUP", "group~"},
-        {"TEST_PRODUCT", "product~"},
-        {"TEST_PRODUCT_VARIANT", "variant~"},
-        {"USER_UID", "user~"},
-        {"VCS_REVISION", "revision~"},
-        {"VCS_BRANCH", "branch~"},
-        {"TRANSPORT_LAYER", "DravikGigE:Socket~ DravikGTC,DravikGigE:Filter~"},
     };
+    for (const KnownOption& option : numbers()) {
+        const bool isSocketBuffer = option.name == std::string("socketbuffer");
+        effects.push_back({option.sdkVariable,
+                           (isSocketBuffer ? "Type=Socket~ SocketBufferSize=" : "") + numberFor(option)});
+    }
+    effects.insert(effects.end(), {
+                                      {"TEST_PROPERTIES", "one~ two~"},
+                                      {"GENICAM_GENTL64_PATH",
+                                       "/sdk/Frameworks/orvex.framework/Libraries/gentlproducer/gtl:"
+                                       "/sdk/Frameworks/orvex.framework/Libraries/orvexCXP/bin:/old"},
+                                      {"group", "orvex"},
+                                      {"fixedZero", "0"},
+                                      {"guid", "tdc_guid~"},
+                                      {"runName", "tdc_runname~"},
+                                      {"runDescription", "tdc_rundescription~"},
+                                      {"group", "tdc_group~"},
+                                      {"userId", "tdc_userid~"},
+                                      {"product", "tdc_product~"},
+                                      {"vcsBranch", "tdc_vcsbranch~"},
+                                      {"vcsRevision", "tdc_vcsrevision~"},
+                                      {"secondVcsBranch", "tdc_vcsbranch~"},
+                                      {"secondVcsRevision", "tdc_vcsrevision~"},
+                                      {"tdcDravikXmlFilename", "tdc_dxml~"},
+                                      {"testName", "testname~"},
+                                      {"pcName", "pcname~"},
+                                      {"osName", "osname~"},
+                                      {"osType", "ostype~"},
+                                      {"bit", "bit~"},
+                                      {"transportLayers", "DravikGigE:Socket~,DravikGTC,DravikGigE:Filter~"},
+                                  });
+    for (const KnownOption& option : knownOptions) {
+        if (option.sessionVariable != nullptr && option.kind != OptionKind::MultiValue) {
+            effects.push_back({option.sessionVariable, std::string(option.name) + "~"});
+        }
+    }
+    effects.push_back({"TRANSPORT_LAYER", "DravikGigE:Socket~ DravikGTC,DravikGigE:Filter~"});
     for (Effect& effect : effects) {
         effect.value = lengthened(effect.value);
     }
     return effects;
 }();
 
-// The position of the first effect with this name.
-inline std::size_t positionOf(const std::string& name) {
-    return static_cast<std::size_t>(std::find_if(everyEffect.begin(), everyEffect.end(),
-                                                 [&](const Effect& effect) { return effect.name == name; }) -
-                                    everyEffect.begin());
-}
-
-// The variables that are set, from the first to the last named.
-inline Texts variables(const std::string& first, const std::string& last) {
-    Texts names;
-    for (std::size_t i = positionOf(first); i <= positionOf(last); ++i) {
-        if (everyEffect[i].isVariable()) {
-            names.push_back(everyEffect[i].name);
+// The variables that are set, in order.
+inline Strings variables() {
+    Strings names;
+    for (const Effect& effect : everyEffect) {
+        if (effect.isVariable()) {
+            names.push_back(effect.name);
         }
     }
     return names;
 }
 
 // The calls of the whole parse.
-inline Texts everyCall() {
-    Texts calls = {"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_", "getenv ORVEX_GTC_USE_EXTRA_TL"};
+inline Strings everyCall() {
+    Strings calls = {"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_", "getenv ORVEX_GTC_USE_EXTRA_TL"};
     for (const Effect& effect : everyEffect) {
         if (effect.name == "GENICAM_GENTL64_PATH") {
-            calls = calls + Texts{"dladdr", "realpath /p/q/../../../..", "getenv GENICAM_GENTL64_PATH"};
+            calls = calls + Strings{"dladdr", "realpath /p/q/../../../..", "getenv GENICAM_GENTL64_PATH"};
         }
         if (effect.isVariable()) {
             calls.push_back("setenv " + effect.name + "=" + effect.value);
@@ -156,13 +168,15 @@ inline Texts everyCall() {
     return calls;
 }
 
-// ---- Comparison, for messages that can be read
+// The first difference, or nothing
 
-inline std::string firstDifference(const Texts& expected, const Texts& actual) {
-    const auto at = [](const Texts& list, std::size_t i) { return i < list.size() ? list[i] : "(nothing)"; };
+inline std::string firstDifference(const Strings& expected, const Strings& actual) {
+    const auto at = [](const Strings& list, std::size_t i) {
+        return i < list.size() ? list[i] : "(nothing)";
+    };
     for (std::size_t i = 0; i < expected.size() || i < actual.size(); ++i) {
         if (at(expected, i) != at(actual, i)) {
-            return at(actual, i) + " instead of " + at(expected, i);
+            return shortened(at(actual, i) + " instead of " + at(expected, i));
         }
     }
     return "";
@@ -170,7 +184,7 @@ inline std::string firstDifference(const Texts& expected, const Texts& actual) {
 
 inline std::string firstDifference(const Snapshot& expected, const Snapshot& actual) {
     const auto lines = [](const Snapshot& state, const Snapshot& other) {
-        Texts list;
+        Strings list;
         for (const auto& [name, value] : changed(other, state)) {
             const auto found = state.find(name);
             list.push_back(name + "=" + (found == state.end() ? "(undefined)" : found->second));
@@ -183,24 +197,22 @@ inline std::string firstDifference(const Snapshot& expected, const Snapshot& act
 // A test in which the SDK is in /sdk.
 class EveryEffectTest : public CleanEnvironmentTest {
 protected:
-    // Not in the middle of a test: what the states are taken from changes the environment.
+    // Not later: computing the states changes the environment.
     EveryEffectTest() {
         statesOfEffects();
         statesOfScan();
     }
 
-    // Lets a new parser parse a command line with other values, and gives all variables other values, so that
-    // each value is one that can be kept or lost.
+    // Gives a new parser and all variables other values than the parse will, so that each can be kept or
+    // lost.
     static void prepare(OrvexTestCommandLineParser& parser) {
         writeEnvironment({});
         EXPECT_TRUE(parse(parser, earlierCommandLine));
         Environment environment = {{"ORVEX_TEST_ARGS", prepended}, {"_ORVEX_TEST_ARGS_", appended}};
-        for (const Effect& effect : everyEffect) {
-            // This one is only set where it is not defined.
-            if (effect.isVariable() && effect.name != "ORVEX_GTC_USE_EXTRA_TL") {
-                environment[effect.name] = "/old";
-            }
+        for (const std::string& name : variables()) {
+            environment[name] = "/old";
         }
+        environment.erase("ORVEX_GTC_USE_EXTRA_TL");  // otherwise it would not be set
         writeEnvironment(environment);
     }
 
@@ -209,12 +221,12 @@ protected:
         return changed(snapshotOf(parser), readEnvironment());
     }
 
-    // The state after one more parse, which shows what has been scanned before. Its environment is empty, and
-    // test paths that the parser held already are left out.
-    static Snapshot stateAfterLaterParse(OrvexTestCommandLineParser& parser, const Texts& more = {}) {
+    // The state after one more parse in an empty environment, which shows what was scanned before; without
+    // the test paths that the parser held already.
+    static Snapshot stateAfterLaterParse(OrvexTestCommandLineParser& parser, const Strings& more = {}) {
         const std::size_t held = snapshotOf(parser).at("testPaths").size();
         writeEnvironment({});
-        EXPECT_TRUE(parse(parser, Texts{"later"} + more));
+        EXPECT_TRUE(parse(parser, Strings{"later"} + more));
         Snapshot state = stateOf(parser);
         state.at("testPaths").erase(0, held);
         return state;
@@ -234,16 +246,16 @@ protected:
         return states;
     }
 
-    // What stateAfterLaterParse gives for a parser that has scanned nothing, the program name, and one, two,
-    // three ... of the arguments of all sources.
+    // What stateAfterLaterParse returns for a parser that has scanned nothing, the program name, and one,
+    // two, three ... of the arguments of all sources.
     static const std::vector<Snapshot>& statesOfScan() {
         static const std::vector<Snapshot> states = [] {
-            const Texts all = programName + words(prepended) + options + words(appended);
+            const Strings all = programName + words(prepended) + options + words(appended);
             std::vector<Snapshot> list;
             for (auto end = all.begin();; ++end) {
                 OrvexTestCommandLineParser parser;
                 writeEnvironment({});
-                EXPECT_TRUE(parse(parser, earlierCommandLine + Texts(all.begin(), end)));
+                EXPECT_TRUE(parse(parser, earlierCommandLine + Strings(all.begin(), end)));
                 list.push_back(stateAfterLaterParse(parser));
                 if (end == all.end()) {
                     return list;

@@ -1,16 +1,15 @@
-// Hidden functions that run out of memory leave what they were given as it was.
+// Hidden functions that run out of memory leave their arguments unchanged.
 
 #include "OrvexTestCommandLineParser.h"
 #include "environment/environment_variables.h"
 #include "environment/expand_environment_references.h"
 #include "parser/argument_tokenizer.h"
+#include "support/arguments.h"
 #include "support/clean_environment.h"
 #include "support/faults.h"
 
 #include <new>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -19,7 +18,7 @@ using faults::FaultyCall;
 
 using OutOfMemory = CleanEnvironmentTest;
 
-TEST_F(OutOfMemory, ExpansionReturnsMinusOneAndLeavesTheText) {
+TEST_F(OutOfMemory, ExpansionReturnsMinusOneAndLeavesTheTextUnchanged) {
     const std::string value(200, 'v');
     set("NAME", value);
     const std::string original = "$(NAME)%NAME%$$ and %%";
@@ -35,19 +34,18 @@ TEST_F(OutOfMemory, ExpansionReturnsMinusOneAndLeavesTheText) {
     EXPECT_GE(nth, 2U);
 }
 
-TEST_F(OutOfMemory, TextWithoutReferencesNeedsNone) {
+TEST_F(OutOfMemory, ExpansionOfATextWithoutReferencesAllocatesNothing) {
     std::string text(200, 't');
     const Failure failure(FaultyCall::Allocation);
     EXPECT_EQ(orvex::expandEnvironmentReferences(text), 0);
     EXPECT_FALSE(failure.happened());
 }
 
-TEST_F(OutOfMemory, TokenizerThrowsAndLeavesTheTokens) {
+TEST_F(OutOfMemory, TokenizerThrowsAndLeavesTheTokensUnchanged) {
     const std::string token(200, 't');
     const std::string text = token + " '" + token + "' \"" + token + "\"\\" + token;
-    const std::vector<std::string> before = {"before"};
-    std::vector<std::string> tokens = before;
-    EXPECT_THROW(orvex::splitArgumentString("token 'open", tokens), std::runtime_error);
+    const Strings before = {"before"};
+    Strings tokens = before;
     std::size_t nth = 0;
     while (tokens == before) {
         const Failure failure(FaultyCall::Allocation, ++nth);
@@ -57,11 +55,11 @@ TEST_F(OutOfMemory, TokenizerThrowsAndLeavesTheTokens) {
             ASSERT_EQ(tokens, before) << nth;
         }
     }
-    EXPECT_EQ(tokens, (std::vector<std::string>{token, token, token + token}));
+    EXPECT_EQ(tokens, (Strings{token, token, token + token}));
     EXPECT_GE(nth, 4U);
 }
 
-TEST_F(OutOfMemory, VariableThatCannotBeReadLeavesTheValue) {
+TEST_F(OutOfMemory, GetEnvironmentVariableThrowsAndLeavesTheValueUnchanged) {
     set("NAME", std::string(200, 'v'));
     std::string value = "before";
     const Failure failure(FaultyCall::Allocation);
@@ -69,8 +67,8 @@ TEST_F(OutOfMemory, VariableThatCannotBeReadLeavesTheValue) {
     EXPECT_EQ(value, "before");
 }
 
-// The stream keeps an exception of its extraction to itself and goes bad, and that is no number.
-TEST_F(OutOfMemory, NumberIsNone) {
+// The stream catches an exception of its extraction and fails, and so the token is not a number.
+TEST_F(OutOfMemory, NumberIsNotANumber) {
     const std::string number = "-1.0000000000000000000000000000000000";
     for (std::size_t nth = 1;; ++nth) {
         const Failure failure(FaultyCall::Allocation, nth);

@@ -1,4 +1,4 @@
-// An exception that is no std::exception, raised in the middle of a parse.
+// An exception that is not a std::exception, thrown in the middle of a parse.
 
 #include "OrvexTestCommandLineParser.h"
 #include "OrvexTestCommandLineParserC.h"
@@ -26,7 +26,7 @@ protected:
         set("_ORVEX_TEST_ARGS_", "-w AnotherSuiteWithALongName");
     }
 
-    // Neither returns nor throws what the caller could catch.
+    // A parse neither returns nor throws what its caller could catch.
     template <typename Parse>
     static void parseAndExit(Parse parse) {
         std::set_terminate([] { std::_Exit(exitCodeOfTerminate); });
@@ -43,14 +43,14 @@ protected:
     OrvexTestCommandLineParser parser;
 };
 
-TEST_F(StrangeException, EndsTheProcess) {
+TEST_F(StrangeException, EndsTheProcessWhereverAParseThrowsIt) {
     const std::size_t before = faults::allocations();
     OrvexTestCommandLineParser another;
     const std::size_t ofTheConstructor = faults::allocations() - before;
     EXPECT_TRUE(another.Parse(arguments.argc(), arguments.argv()));
     const std::size_t last = faults::allocations() - before - ofTheConstructor;
     ASSERT_GT(last, 20U);
-    // The first, the last, and some between: every one would take a process each.
+    // The first, the last, and some in between: each takes a process.
     for (const std::size_t nth : {std::size_t{1}, last / 4, last / 2, last}) {
         SCOPED_TRACE(nth);
         EXPECT_EXIT(
@@ -62,7 +62,7 @@ TEST_F(StrangeException, EndsTheProcess) {
     }
 }
 
-TEST_F(StrangeException, EndsTheProcessInTheCFunction) {
+TEST_F(StrangeException, EndsTheProcessInTheParseFunctionOfC) {
     EXPECT_EXIT(
         {
             OrvexTestCommandLineParser_GetHelpRequested();
