@@ -1,105 +1,167 @@
-// Each place that lists the options names every one of support/known_options.h, and the library has no other.
-// The table of show_arguments is held to the parser by its own tests.
+// Each place that lists the options or the variables has every one of support/known_options.h, and the
+// library has no others. The tests of show_arguments compare its table with the parser.
 
 #include "support/known_options.h"
 
-#include "OrvexTestCommandLineParser.h"
-#include "support/arguments.h"
-#include "support/clean_environment.h"
+#include "support/parser_test.h"
+#include "support/replaced_functions.h"
 
-#include <cstddef>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
-#include <set>
 #include <string>
 
 namespace {
 
-std::string readFile(const std::filesystem::path& path) {
-    std::ifstream stream(SOURCE_DIRECTORY / path);
-    EXPECT_TRUE(stream.is_open()) << path;
-    return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+using ::testing::IsEmpty;
+
+// The lines between the first that contains the beginning and the next that contains the end.
+std::string section(const char* file, const std::string& beginning, const std::string& end) {
+    std::ifstream stream(std::filesystem::path(SOURCE_DIRECTORY) / file);
+    const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    const std::size_t first = text.find(beginning);
+    EXPECT_NE(first, std::string::npos) << file << " has no \"" << beginning << "\"";
+    return first == std::string::npos ? "" : text.substr(first, text.find(end, first + 1) - first);
 }
 
-// What the first group of the pattern matches.
-std::set<std::string> findAll(const std::string& text, const char* pattern) {
-    const std::regex regex(pattern);
-    std::set<std::string> found;
-    for (std::sregex_iterator match(text.begin(), text.end(), regex); match != std::sregex_iterator();
-         ++match) {
-        found.insert((*match)[1]);
+bool isNameByte(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+           byte == '_' || byte == '?';
+}
+
+// The names after each occurrence of the mark, in order.
+Strings namesAfter(const std::string& mark, const std::string& text) {
+    Strings names;
+    for (std::size_t i = text.find(mark); i != std::string::npos; i = text.find(mark, i + 1)) {
+        const auto begin = text.begin() + static_cast<std::ptrdiff_t>(i + mark.size());
+        const std::string name(begin, std::find_if_not(begin, text.end(), isNameByte));
+        if (!name.empty()) {
+            names.push_back(name);
+        }
     }
-    return found;
+    return names;
 }
 
-void expectEveryOption(const std::set<std::string>& names, const char* place) {
+Strings optionNames() {
+    Strings names;
     for (const KnownOption& option : knownOptions) {
-        EXPECT_EQ(names.count(option.name), 1U) << "-" << option.name << " is missing in " << place;
+        names.emplace_back(option.name);
     }
+    return names;
 }
 
-TEST(KnownOptions, AreInTheOptionTableOfTheReadme) {
-    const std::string readme = readFile("README.md");
-    const std::size_t begin = readme.find("\n## Options\n");
-    ASSERT_NE(begin, std::string::npos);
-    const std::string section = readme.substr(begin, readme.find("\n## ", begin + 1) - begin);
-    std::string cells;
-    for (const std::string& cell : findAll(section, "\n\\| (`-[^|\n]*)")) {
-        cells += cell;
+Strings variableNames() {
+    return Strings(std::begin(knownVariables), std::end(knownVariables));
+}
+
+Strings without(const Strings& others, Strings names) {
+    names.erase(std::remove_if(names.begin(), names.end(),
+                               [&](const std::string& name) {
+                                   return std::find(others.begin(), others.end(), name) != others.end();
+                               }),
+                names.end());
+    return names;
+}
+
+void expectSame(const Strings& names, const Strings& known, const char* place) {
+    EXPECT_THAT(without(names, known), IsEmpty()) << "missing in " << place;
+    EXPECT_THAT(without(known, names), IsEmpty()) << "unknown, in " << place;
+}
+
+TEST(KnownOptions, AreTheRowsOfTheReadme) {
+    Strings names;
+    for (const std::string& line : words(section("README.md", "\n## Options\n", "\n## "), '\n')) {
+        if (line.compare(0, 4, "| `-") == 0) {
+            names = names + namesAfter("`-", line.substr(0, line.find(" |", 1)));
+        }
     }
-    expectEveryOption(findAll(cells, "`-([A-Za-z_]+|\\?)"), "the option table of README.md");
+    expectSame(names, optionNames(), "the option table of README.md");
 }
 
 TEST(KnownOptions, AreInTheHeader) {
-    const char* header = "include/OrvexTestCommandLineParser.h";
-    expectEveryOption(findAll(readFile(header), "[ (]-([A-Za-z_]+|\\?)"), header);
+    const char* const file = "include/OrvexTestCommandLineParser.h";
+    const std::string header = section(file, "struct", "no such text");
+    EXPECT_THAT(without(namesAfter(" -", header) + namesAfter("(-", header), optionNames()), IsEmpty())
+        << "missing in " << file;
 }
 
 TEST(KnownOptions, AreInTheDictionaryOfTheFuzzer) {
-    const char* dictionary = "tests/fuzz/dictionaries/scenario.txt";
-    expectEveryOption(findAll(readFile(dictionary), "\n\"-([^\"=]+)=?\""), dictionary);
+    const std::string entries = section("tests/fuzz/dictionaries/scenario.txt", "# The options.", "\n#");
+    expectSame(namesAfter("\n\"-", entries), optionNames(), "the dictionary");
 }
 
-class KnownOptionsOfAParse : public CleanEnvironmentTest {};
+TEST(KnownVariables, AreInTheReadme) {
+    const std::string text = section("README.md", "\n## Options\n", "\n## Intentional");
+    EXPECT_THAT(without(namesAfter("`", text), variableNames()), IsEmpty()) << "missing in README.md";
+}
 
-TEST_F(KnownOptionsOfAParse, TakeTheNextArgumentUnlessTheyAreFlagsOrInlineOnly) {
+TEST(KnownVariables, AreTheListOfTheHeaderInOrder) {
+    const std::string list =
+        section("include/OrvexTestCommandLineParser.h", "/// Writes, in this order:", "    /// Apart");
+    EXPECT_EQ(namesAfter("\n    ///     ", list), variableNames());
+}
+
+TEST(KnownVariables, EndTheDictionaryOfTheFuzzerInOrder) {
+    const std::string entries =
+        section("tests/fuzz/dictionaries/scenario.txt", "\"\\x0A=\"\n", "no such text");
+    EXPECT_EQ(namesAfter("\n\"", entries), variableNames());
+}
+
+// An explicit instantiation may name private members: the only way to list what the parser has registered.
+template <typename Tag, typename Tag::Member member>
+struct PrivateMember {
+    friend typename Tag::Member memberOf(Tag /*tag*/) {
+        return member;
+    }
+};
+
+struct ParserOptions {
+    using Member = OptionRegistry OrvexTestCommandLineParser::*;
+    friend Member memberOf(ParserOptions tag);
+};
+struct ValueOptions {
+    using Member = Strings OptionRegistry::*;
+    friend Member memberOf(ValueOptions tag);
+};
+struct MultiValueOptions {
+    using Member = Strings OptionRegistry::*;
+    friend Member memberOf(MultiValueOptions tag);
+};
+template struct PrivateMember<ParserOptions, &OrvexTestCommandLineParser::options>;
+template struct PrivateMember<ValueOptions, &OptionRegistry::valueOptions>;
+template struct PrivateMember<MultiValueOptions, &OptionRegistry::multiValueOptions>;
+
+using KnownToTheLibrary = ParserTest;
+
+TEST_F(KnownToTheLibrary, RegisteredOptionsAreTheKnownOnesThatTakeTheNextArgument) {
+    Strings values;
+    Strings multiValues;
     for (const KnownOption& option : knownOptions) {
-        const bool isRegistered = option.kind != OptionKind::Flag && option.kind != OptionKind::InlineOnly;
-        OrvexTestCommandLineParser parser;
-        ASSERT_TRUE(parse(parser, {"app", "-" + std::string(option.name), "1", "Suite"}));
-        EXPECT_EQ(parser.getFirstTestPath(), isRegistered ? "Suite" : "1") << "-" << option.name;
+        if (option.kind == OptionKind::MultiValue) {
+            multiValues.emplace_back(option.name);
+        } else if (option.kind == OptionKind::Value || option.kind == OptionKind::Number) {
+            values.emplace_back(option.name);
+        }
     }
+    const OptionRegistry& registry = parser.*memberOf(ParserOptions());
+    expectSame(registry.*memberOf(ValueOptions()), values, "the constructor of the parser");
+    expectSame(registry.*memberOf(MultiValueOptions()), multiValues, "the constructor of the parser");
 }
 
-TEST(OptionsOfTheLibrary, AreAllKnown) {
-    std::set<std::string> known;
-    for (const KnownOption& option : knownOptions) {
-        known.insert(option.name);
+TEST_F(KnownToTheLibrary, EveryOptionTogetherSetsTheKnownVariablesInOrder) {
+    static Strings names;
+    Strings arguments = words("app -tl=DravikGTC,DravikGigE:A");
+    for (const std::string& name : optionNames()) {
+        arguments.push_back("-" + name + "=1");
     }
-    const std::string source = readFile("src/parser/OrvexTestCommandLineParser.cpp");
-    const std::size_t constructor = source.find("options.add");
-    ASSERT_NE(constructor, std::string::npos);
-    const std::string registrations =
-        source.substr(constructor, source.find("\n}", constructor) - constructor);
-    for (const std::string& name : findAll(registrations, "\"([^\"]+)\"")) {
-        EXPECT_EQ(known.count(name), 1U) << "-" << name << " is missing in tests/support/known_options.h";
-    }
-}
-
-TEST(VariablesOfTheLibrary, AreAllKnown) {
-    std::set<std::string> named;
-    for (const char* file : {"src/environment/transport_variables.cpp", "src/environment/producer_path.cpp",
-                             "src/testrun/session_variables.cpp"}) {
-        named.merge(findAll(readFile(file), "\"([A-Z0-9]+_[A-Z0-9_]+)\""));
-    }
-    for (const char* name : knownVariables) {
-        EXPECT_EQ(named.erase(name), 1U) << name << " is missing in src";
-    }
-    for (const std::string& name : named) {
-        ADD_FAILURE() << name << " is missing in tests/support/known_options.h";
-    }
+    setenvInstead = [](const char* name, const char* /*value*/, int /*overwrite*/) {
+        names.emplace_back(name);
+        return 0;
+    };
+    EXPECT_TRUE(parse(parser, arguments));
+    setenvInstead = nullptr;
+    EXPECT_EQ(names, variableNames());
 }
 
 }  // namespace
