@@ -14,7 +14,7 @@ static int failures = 0;
     do {                                                                                  \
         if (!(condition)) {                                                               \
             ++failures;                                                                   \
-            (void)fprintf(stderr, "%s:%d: not so: %s\n", __FILE__, __LINE__, #condition); \
+            (void)fprintf(stderr, "%s:%d: failed: %s\n", __FILE__, __LINE__, #condition); \
         }                                                                                 \
     } while (0)
 

@@ -1,5 +1,5 @@
-// Which exceptions leave the C functions, and which the parse keeps in. Only the first call creates the
-// parser; each body makes its calls in a process of its own, and that one first.
+// Exceptions that leave the C functions, and those that the parse catches. Each body runs in a process of its
+// own and first makes the call that creates the parser.
 
 #include "OrvexTestCommandLineParserC.h"
 
@@ -20,7 +20,7 @@ using faults::Failure;
 using faults::FaultyCall;
 using faults::Times;
 
-TEST_F(CInterfaceException, MemoryExhaustionInParseGivesZero) {
+TEST_F(CInterfaceException, ParseReturnsZeroWithoutMemory) {
     inFreshProcess([] {
         Arguments arguments({"mytest", "-o", fill(100)});
         OrvexTestCommandLineParser_GetHelpRequested();
@@ -30,7 +30,7 @@ TEST_F(CInterfaceException, MemoryExhaustionInParseGivesZero) {
     });
 }
 
-TEST_F(CInterfaceException, MemoryExhaustionInTheConversionLeavesParseW) {
+TEST_F(CInterfaceException, ParseWThrowsWithoutMemoryForTheConversion) {
     inFreshProcess([] {
         wchar_t name[] = L"mytest";
         wchar_t* arguments[] = {name};
@@ -45,7 +45,7 @@ TEST_F(CInterfaceException, MemoryExhaustionInTheConversionLeavesParseW) {
     });
 }
 
-TEST_F(CInterfaceException, MemoryExhaustionLeavesTheHelpMessageAndNothingIsWritten) {
+TEST_F(CInterfaceException, HelpMessageThrowsWithoutMemoryAndWritesNothing) {
     inFreshProcess([] {
         const std::string name = fill(100);
         GuardedBuffer buffer(OrvexTestCommandLineParser_GetHelpMessage(name.c_str(), nullptr, 0));
@@ -65,7 +65,7 @@ TEST_F(CInterfaceException, MemoryExhaustionLeavesTheHelpMessageAndNothingIsWrit
     });
 }
 
-TEST_F(CInterfaceException, OneOfAnotherFamilyLeavesTheHelpMessage) {
+TEST_F(CInterfaceException, HelpMessageThrowsWhatIsNotAStdException) {
     inFreshProcess([] {
         OrvexTestCommandLineParser_GetHelpRequested();
         const Failure failure(FaultyCall::StrangeAllocation);
@@ -73,7 +73,7 @@ TEST_F(CInterfaceException, OneOfAnotherFamilyLeavesTheHelpMessage) {
     });
 }
 
-TEST_F(CInterfaceException, GettersNeedNoMemoryOnceTheParserExists) {
+TEST_F(CInterfaceException, GettersAllocateNothingOnceTheParserExists) {
     inFreshProcess([] {
         char information[ORVEX_TEST_RUN_INFORMATION_SIZE];
         OrvexTestCommandLineParser_GetHelpRequested();

@@ -1,4 +1,4 @@
-// The process-wide parser comes into being with the first call that needs it, once, and goes at exit.
+// The first call that needs the process-wide parser creates it, and the process destroys it at exit.
 
 #include "OrvexTestCommandLineParserC.h"
 
@@ -31,7 +31,7 @@ std::size_t allocationsOfOneParser() {
     return faults::allocations() - before;
 }
 
-// Calls the getter from many threads as nearly at once as can be, and returns what each got.
+// Calls the getter from many threads at nearly the same time and returns what each got.
 std::vector<const char*> callFromThreads(const char* (*getter)()) {
     std::vector<const char*> results(16, nullptr);
     std::vector<std::thread> threads;
@@ -52,7 +52,7 @@ std::vector<const char*> callFromThreads(const char* (*getter)()) {
     return results;
 }
 
-TEST_F(FirstCall, SimultaneousOnesConstructOneParserAndAllSeeIt) {
+TEST_F(FirstCall, SimultaneousCallsShareOneParser) {
     for (int round = 0; round < 10 && !HasFailure(); ++round) {
         inFreshProcess([] {
             const std::size_t start = faults::allocations();
@@ -61,7 +61,7 @@ TEST_F(FirstCall, SimultaneousOnesConstructOneParserAndAllSeeIt) {
             const std::size_t ofOneParser = allocationsOfOneParser();
 
             const std::size_t before = faults::allocations();
-            // What this is about are threads that arrive while the parser is under construction.
+            // Slow, so that threads arrive during the construction of the parser.
             const With slow(faults::allocationsAreSlow, true);
             const std::vector<const char*> names =
                 callFromThreads(&OrvexTestCommandLineParser_GetApplicationName);
@@ -106,7 +106,7 @@ void PrintTo(const CFunction& function, std::ostream* stream) {
 
 class FirstCallOf : public CleanEnvironmentTest, public ::testing::WithParamInterface<CFunction> {};
 
-TEST_P(FirstCallOf, CreatesTheParserAfterAllFailuresAndLaterCallsUseIt) {
+TEST_P(FirstCallOf, RetriesTheConstructionAfterAFailureAndLaterCallsShareTheParser) {
     inFreshProcess([] {
         const std::size_t before = faults::liveAllocations();
         const std::size_t allocations = allocationsOfOneParser();
@@ -137,7 +137,7 @@ TEST_F(FirstCall, ParserIsDestroyedAtProcessExit) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
-            // Runs after the destruction, since it is registered before the construction.
+            // Runs after the destruction, because it is registered before the construction.
             ASSERT_EQ(std::atexit([] {
                           std::_Exit(faults::liveAllocations() == liveBeforeFirstCall ? released : 1);
                       }),

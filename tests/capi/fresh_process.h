@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <iostream>
 
-// Ends the process with 0 if no expectation of the current test has failed in it. In such a process
-// nothing but standard error reaches the reader, so the failures are repeated there.
+// Ends the process with 0 unless an expectation of the current test has failed in it. Only standard error of
+// such a process is shown, so the failures are repeated there.
 [[noreturn]] inline void exitWithTestResult() {
     const ::testing::TestResult& result = *::testing::UnitTest::GetInstance()->current_test_info()->result();
     for (int i = 0; i < result.total_part_count(); ++i) {
@@ -21,8 +21,8 @@
     std::exit(result.Failed() ? 1 : 0);
 }
 
-// Starts the test program anew, runs the body in it and ends it with exit. The body may use
-// expectations; what the test did before this call is done in the new process as well.
+// Starts the test program again, runs the body in it and ends it with exit. The body may use expectations;
+// the new process repeats what the test did before this call.
 template <typename Body>
 void inFreshProcess(Body body) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
