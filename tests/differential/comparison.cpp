@@ -134,12 +134,12 @@ void compareRecordBuffer(const model::Parser& model, Differences& compare) {
 
 // The library must not write past the size that it is given, nor at all when it refuses.
 void compareHelpBuffer(const char* name, std::size_t size, const std::string& text, Differences& compare) {
-    const bool hasRoom = size > text.size();
+    const bool fits = size > text.size();
     std::string memory(size + 1, untouched);
     const std::size_t result =
         OrvexTestCommandLineParser_GetHelpMessage(name, size == 0 ? nullptr : memory.data(), size);
-    compare("C GetHelpMessage", result, hasRoom ? text.size() : text.size() + 1);
-    const std::string written = hasRoom ? text + '\0' : "";
+    compare("C GetHelpMessage", result, fits ? text.size() : text.size() + 1);
+    const std::string written = fits ? text + '\0' : "";
     compare("C help buffer", memory, written + std::string(memory.size() - written.size(), untouched));
 }
 
@@ -170,9 +170,9 @@ Difference findDifference(const Scenario& scenario) {
             compare("result", outcomeOf([&] { return make(call, library); }), playOnModel(call, model));
         }
         compareAccessors(library, model, compare);
-        compare(readEnvironment(), environment);
+        compare("environment", readEnvironment(), environment);
         if (compare.text.empty()) {
-            // These hold the same strings once more.
+            // These return the same strings again.
             compareRecordBuffer(model, compare);
             compareHelp(library, model, compare);
         }

@@ -17,7 +17,7 @@
 
 namespace differential {
 
-// Read at the start, before a scenario takes the environment away.
+// Read at the start, before a scenario replaces the environment.
 inline const bool isDeep = [] {
     const char* depth = std::getenv("DIFFERENTIAL_DEPTH");
     return depth != nullptr && std::string_view(depth) == "deep";
@@ -40,9 +40,8 @@ public:
     Cases(const Cases&) = delete;
     Cases& operator=(const Cases&) = delete;
 
-    // number: how many cases the scenario stands for.
-    void operator()(const Scenario& scenario, std::size_t number = 1) {
-        count += number;
+    void operator()(const Scenario& scenario) {
+        ++count;
         if (*this && findDifference(scenario)) {
             fail(reportDifference(scenario));
         }

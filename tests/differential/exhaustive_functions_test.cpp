@@ -2,6 +2,7 @@
 
 #include "OrvexTestCommandLineParser.h"
 #include "differential/comparison.h"
+#include "differential/differences.h"
 #include "differential/exhaustive.h"
 #include "differential/process_environment.h"
 #include "differential/scenario.h"
@@ -111,58 +112,39 @@ model::Registry newModel(std::uint32_t mode) {
     return registry;
 }
 
-Difference differenceOf(const OptionRegistry& registry, const model::Registry& model) {
-    if (registry.getPositionals() != model.positionals) {
-        return "getPositionals";
-    }
+// With everything, also the queries that cost a stream and those that a scan does not change.
+void compareQueries(const OptionRegistry& registry, const model::Registry& model, bool isEverything,
+                    Differences& compare) {
+    compare("getPositionals", registry.getPositionals(), model.positionals);
     for (const std::string& name : names) {
         const std::string key = model::trimLeadingDashes(name);
         const auto single = model.values.find(key);
-        if (registry.hasOption(name) != (model.flags.count(key) != 0)) {
-            return "hasOption of \"" + name + "\"";
-        }
-        if (registry.getSingleValue(name) != (single == model.values.end() ? "" : single->second)) {
-            return "getSingleValue of \"" + name + "\"";
-        }
-        if (registry.getJoinedValues(name, "||") != model.getJoinedValues(key, "||")) {
-            return "getJoinedValues of \"" + name + "\"";
-        }
-    }
-    return std::nullopt;
-}
-
-// The queries that cost a stream, and those that a scan does not change.
-Difference furtherDifferenceOf(const OptionRegistry& registry, const model::Registry& model) {
-    for (const std::string& name : names) {
-        const std::string key = model::trimLeadingDashes(name);
-        const bool isMultiValue = model.multiValueOptions.count(key) != 0;
-        const bool hasValue = isMultiValue || model.values.count(key) != 0;
-        const std::istringstream stream = registry.getValue(name);
-        if (stream.str() != model.getText(key) || stream.fail() == hasValue) {
-            return "getValue of \"" + name + "\"";
-        }
-        if (registry.isValueOption(name) != (model.valueOptions.count(key) != 0) ||
-            registry.isMultiValueOption(name) != isMultiValue) {
-            return "registration of \"" + name + "\"";
+        const bool isSingle = single != model.values.end();
+        compare("hasOption", registry.hasOption(name), model.flags.count(key) != 0);
+        compare("getSingleValue", registry.getSingleValue(name), isSingle ? single->second : "");
+        compare("getJoinedValues", registry.getJoinedValues(name, "||"), model.getJoinedValues(key, "||"));
+        if (isEverything) {
+            const bool isMultiValue = model.multiValueOptions.count(key) != 0;
+            const std::istringstream stream = registry.getValue(name);
+            compare("getValue", stream.str(), model.getText(key));
+            compare("getValue().fail()", stream.fail(), !isMultiValue && !isSingle);
+            compare("isValueOption", registry.isValueOption(name), model.valueOptions.count(key) != 0);
+            compare("isMultiValueOption", registry.isMultiValueOption(name), isMultiValue);
         }
     }
-    for (std::size_t i = 0; i <= model.positionals.size() + 1; ++i) {
-        if (registry.getPositional(i) != (i < model.positionals.size() ? model.positionals[i] : "")) {
-            return "getPositional of " + std::to_string(i);
-        }
+    for (std::size_t i = 0; isEverything && i <= model.positionals.size() + 1; ++i) {
+        compare("getPositional", registry.getPositional(i),
+                i < model.positionals.size() ? model.positionals[i] : "");
     }
-    for (std::uint32_t bit = 1; bit != 0; bit <<= 1) {
-        if (registry.hasMode(bit) != ((model.mode & bit) != 0)) {
-            return "hasMode of " + std::to_string(bit);
-        }
+    for (std::uint32_t bit = 1; isEverything && bit != 0; bit <<= 1) {
+        compare("hasMode", registry.hasMode(bit), (model.mode & bit) != 0);
     }
-    return std::nullopt;
 }
 
 class ExhaustiveRegistry : public ::testing::TestWithParam<std::uint32_t> {
 protected:
     // Scans the first tokens as an argument vector and the others as a list.
-    static void hold(Cases& cases, const Strings& list, std::size_t first, bool hasAll) {
+    static void hold(Cases& cases, const Strings& list, std::size_t first, bool isEverything) {
         const auto middle = list.begin() + static_cast<std::ptrdiff_t>(first);
         auto registry = newRegistry(GetParam());
         auto model = newModel(GetParam());
@@ -174,16 +156,12 @@ protected:
         model.parseTokens(Strings(list.begin(), middle));
         registry.parseTokens(Strings(middle, list.end()));
         model.parseTokens(Strings(middle, list.end()));
-        Difference difference = differenceOf(registry, model);
-        if (!difference && hasAll) {
-            difference = furtherDifferenceOf(registry, model);
-        }
-        if (difference) {
-            *difference += " differs in mode " + std::to_string(GetParam()) + " after " +
-                           ::testing::PrintToString(list) + ", " + std::to_string(first) +
-                           " of them as an argument vector";
-        }
-        cases(difference);
+        Differences compare;
+        compareQueries(registry, model, isEverything, compare);
+        cases(compare.text.empty()
+                  ? std::nullopt
+                  : Difference(::testing::PrintToString(list) + ", the first " + std::to_string(first) +
+                               " as an argument vector:\n" + compare.text));
     }
 };
 

@@ -84,7 +84,7 @@ Difference findConversionDifference(const std::u32string& text, int size) {
     if (compare.text.empty()) {
         return std::nullopt;
     }
-    return describe({{{Form::Wide, {}, {text}}}}) + "into " + std::to_string(size) + " bytes:\n" +
+    return describe({{Call{Form::Wide, {}, {text}}}}) + "into " + std::to_string(size) + " bytes:\n" +
            compare.text;
 }
 
