@@ -1,4 +1,4 @@
-// Random scenarios: texts of every kind that the parser reads, in all forms of a call.
+// Random scenarios: strings of every kind that the parser reads, in all forms of a call.
 
 #include "differential/scenario.h"
 #include "model/model.h"
@@ -137,7 +137,7 @@ private:
     }
 
     std::string option() {
-        // Names that look like options and are none.
+        // Names that are not options.
         static const Strings others = words("u tdc_name tdc_pcname tdc_osname TL HELP '' ow");
         const std::string dashes = oneIn(6) ? "--" : oneIn(12) ? "---" : "-";
         return dashes + (oneIn(5) ? oneOf(others) : oneOf(knownOptions).name);
@@ -230,28 +230,19 @@ private:
         return text;
     }
 
-    // Each byte plain, escaped or between quotes: all in one way, or each in its own.
+    // In quotes of one kind, or with backslashes; what is special there is escaped.
     std::string quoted(const std::string& token) {
-        static const Strings ways = words("'' \\ \" '");
-        if (token.empty()) {
-            return oneIn(2) ? "''" : "\"\"";
+        const std::string quote = oneOf(words("'' \" ' '"));
+        if (token.empty() && quote.empty()) {
+            return "\"\"";
         }
-        const bool isMixed = oneIn(5);
-        std::string way = oneOf(ways);
         std::string text;
-        std::string open;
         for (const char c : token) {
-            way = isMixed ? oneOf(ways) : way;
-            const std::string quote = way == "\\" ? "" : way;
-            if (quote != open) {
-                text += open + quote;
-                open = quote;
-            }
-            const std::string special = open.empty() ? " \t\"'\\" : open + "\\";
-            const bool isEscaped = way == "\\" || special.find(c) != std::string::npos;
+            const std::string special = quote.empty() ? " \t\"'\\" : quote + "\\";
+            const bool isEscaped = special.find(c) != std::string::npos || oneIn(8);
             text += (isEscaped ? "\\" : "") + std::string(1, c);
         }
-        return text + open;
+        return quote + text + quote;
     }
 };
 

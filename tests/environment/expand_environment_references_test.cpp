@@ -33,62 +33,34 @@ protected:
     }
 };
 
-TEST_F(ExpandReferences, TextOfOneOrTwoBytesOnlyGetsALonePercentDoubled) {
-    expectExpansions({
-        {"", "", 0},
-        {"%", "%%", 1},
-        {"a%", "a%%", 1},
-        {"%$", "%%$", 1},
-        {"%%", "%%", 0},
-        {"$$", "$$", 0},
-        {"$(", "$(", 0},
-    });
-}
-
-TEST_F(ExpandReferences, DollarIsLiteralUnlessItIsDoubledOrOpensAReference) {
-    expectExpansions({
-        {"abc", "abc", 0},
-        {"ab$", "ab$", 0},
-        {"$$$", "$$", 0},
-        {"${HOMEDIR}", "${HOMEDIR}", 0},
-        {"$$(HOMEDIR)", "$(HOMEDIR)", 0},
-        {"$$$(HOMEDIR)", "$/h", 1},
-    });
-}
-
-TEST_F(ExpandReferences, ParenthesesEncloseAName) {
+TEST_F(ExpandReferences, ParenthesesAndPercentsEncloseTheNameOfAVariable) {
     expectExpansions({
         {"$(HOMEDIR)/x:%HOMEDIR%", "/h/x:/h", 2},
-        {"<$(UNSET_NAME)$(EMPTY)$(homedir)>", "<>", 3},
-        {"$( TWO WORDS )$(\x80\xFF)", "spaces\xFE\x01", 2},
-        {"$($(HOMEDIR)", "dollar and parenthesis", 1},
+        {"<$(UNSET_NAME)$(EMPTY)$(homedir)%EMPTY%>", "<>", 4},
+        {"$( TWO WORDS )%\x80\xFF%", "spaces\xFE\x01", 2},
+        {"$($(HOMEDIR)%$(HOMEDIR%%$$%", "dollar and parenthesisdollar and parenthesistwo dollars", 3},
 #ifdef __APPLE__
         {"<$(HOMEDIR=/h)>", "</h>", 1},  // getenv takes a name up to its first "="
 #else
         {"<$(HOMEDIR=/h)>", "<>", 1},
 #endif
+        {"$(REFERENCE)", "$(HOMEDIR)%HOMEDIR%$$%", 1},  // the value is not expanded
+    });
+}
+
+TEST_F(ExpandReferences, WhatIsNotAReferenceStaysAndTwoDollarsBecomeOne) {
+    expectExpansions({
+        {"ab$", "ab$", 0},
+        {"$$$", "$$", 0},
+        {"${HOMEDIR}", "${HOMEDIR}", 0},
+        {"$$(HOMEDIR)$$$(HOMEDIR)", "$(HOMEDIR)$/h", 1},
         {"$()$(HOMEDIR)$()", "$()/h$()", 1},
-    });
-}
-
-TEST_F(ExpandReferences, UnterminatedReferencesStay) {
-    expectExpansions({
         {")$(a$(b", ")$(a$(b", 0},
-        {"$(a$$", "$(a$", 0},
         {"$(%HOMEDIR%", "$(/h", 1},
-        {"$(HOMEDIR)$(HOMEDIR", "/h$(HOMEDIR", 1},
     });
 }
 
-TEST_F(ExpandReferences, PercentsEncloseAName) {
-    expectExpansions({
-        {"<%UNSET_NAME%%EMPTY%>", "<>", 2},
-        {"% TWO WORDS %", "spaces", 1},
-        {"%$(HOMEDIR%%$$%", "dollar and parenthesistwo dollars", 2},
-    });
-}
-
-TEST_F(ExpandReferences, OtherPercentsAreDoubledUnlessThereAreTwo) {
+TEST_F(ExpandReferences, LonePercentIsDoubled) {
     expectExpansions({
         {"a%b", "a%%b", 0},
         {"%HOMEDIR%%", "/h%%", 1},
@@ -98,8 +70,15 @@ TEST_F(ExpandReferences, OtherPercentsAreDoubledUnlessThereAreTwo) {
     });
 }
 
-TEST_F(ExpandReferences, ValuesAreNotExpanded) {
-    expectExpansions({{"$(REFERENCE)", "$(HOMEDIR)%HOMEDIR%$$%", 1}});
+TEST_F(ExpandReferences, TextOfOneOrTwoBytesOnlyGetsALonePercentDoubled) {
+    expectExpansions({
+        {"", "", 0},
+        {"%", "%%", 1},
+        {"a%", "a%%", 1},
+        {"%$", "%%$", 1},
+        {"%%", "%%", 0},
+        {"$$", "$$", 0},
+    });
 }
 
 TEST_F(ExpandReferences, NulEndsATextWithReferences) {

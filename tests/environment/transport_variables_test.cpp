@@ -80,35 +80,17 @@ TEST_F(TransportVariables, KeepTheirDefaultsWithoutAValue) {
     });
 }
 
-TEST_F(TransportVariables, DeviceClassesAreUniqueAndSortedByBytes) {
+TEST_F(TransportVariables, DeviceClassesAreUniqueAndSortedByBytesAndTheLastDriverInByteOrderWins) {
     expectLayers({
-        {"c,a,b,a", "DeviceClass=a||DeviceClass=b||DeviceClass=c", none},
-        {"DravikGigE,DravikGTC", "DeviceClass=DravikGTC||DeviceClass=DravikGigE", none},
-        {"\xFF,AB,A,z", "DeviceClass=A||DeviceClass=AB||DeviceClass=z||DeviceClass=\xFF", none},
-    });
-}
-
-TEST_F(TransportVariables, EmptyEntriesAreSkippedAndEmptyClassesAreNot) {
-    expectLayers({
+        {"\xFF,AB,A,z,A", "DeviceClass=A||DeviceClass=AB||DeviceClass=z||DeviceClass=\xFF", none},
+        // Empty entries are skipped, empty classes are not.
         {",a,,b,", "DeviceClass=a||DeviceClass=b", none},
-        {":SocketDriver", "DeviceClass=", none},
         {"A,:x", "DeviceClass=||DeviceClass=A", none},
-    });
-}
-
-TEST_F(TransportVariables, DriverIsTheSecondPartOfDravikGigE) {
-    expectLayers({
-        {"DravikGigE:SocketDriver:more", gigeOnly, "Type=SocketDriver"},
-        {"DravikGigE,DravikGigE:SocketDriver", gigeOnly, "Type=SocketDriver"},
+        // The second part of DravikGigE is a driver.
+        {"DravikGigE,DravikGigE:SocketDriver:more", gigeOnly, "Type=SocketDriver"},
         {"DravikGigE:", gigeOnly, none},
         {"DravikGigE::more", gigeOnly, "Type="},
         {"DravikGigEx:SocketDriver", "DeviceClass=DravikGigEx", none},
-    });
-}
-
-TEST_F(TransportVariables, LastDriverInByteOrderWins) {
-    expectLayers({
-        {"DravikGigE:SocketDriver,DravikGigE:WindowsFilterDriver", gigeOnly, "Type=WindowsFilterDriver"},
         {"DravikGigE:WindowsFilterDriver,DravikGigE:SocketDriver", gigeOnly, "Type=WindowsFilterDriver"},
         {"DravikGigE:\x80,DravikGigE:z", gigeOnly, "Type=\x80"},
     });

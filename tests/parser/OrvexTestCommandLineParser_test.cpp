@@ -31,11 +31,6 @@ TEST_F(Parse, FillsTheAccessorsAndSetsTheVariables) {
                  {"TRANSPORT_LAYER", "DravikGigE:SocketDriver"}});
 }
 
-TEST_F(Parse, ProgramNameAloneSetsTheDefaults) {
-    EXPECT_TRUE(parse(parser, {"./mytest"}));
-    expectState(changed(parsedState, {{"applicationName", "./mytest"}}), defaultVariables);
-}
-
 TEST_F(Parse, ZeroArgcReturnsTrueAndChangesNothing) {
     set("ORVEX_TEST_ARGS", "-o fromVariable SuiteA");
     const Environment before = readEnvironment();
@@ -200,15 +195,6 @@ TEST_F(Parse, SecondParseReadsTheVariablesAgain) {
     EXPECT_TRUE(parse(parser, words("app -tl B")));
     EXPECT_TRUE(parse(parser, {"app"}));
     EXPECT_EQ(parser.getTlList(), "A,B,C,A,C");
-}
-
-TEST_F(Parse, SecondParseFailsAtTheBadNumberOfTheFirstUntilItIsReplaced) {
-    EXPECT_FALSE(parse(parser, words("app -packetsize x -tdc_guid 1")));
-    EXPECT_FALSE(parse(parser, {"app"}));
-    EXPECT_EQ(parser.getTestRunInformation().guid, "");
-    EXPECT_TRUE(parse(parser, words("app -packetsize 1500")));
-    EXPECT_EQ(parser.getTestRunInformation().guid, "1");
-    EXPECT_EQ(get("ORVEX_GIGE_STREAM_GEVSCPS"), "1500");
 }
 
 // ParseArgsFromEnvironmentVariable
