@@ -18,33 +18,21 @@ static int failures = 0;
         }                                                                                 \
     } while (0)
 
-static void checkBeforeAnyParse(void) {
-    CHECK(OrvexTestCommandLineParser_GetTestRunInformation(NULL) == 0);
-    CHECK(OrvexTestCommandLineParser_Parse(0, NULL) == 1);
-    CHECK(OrvexTestCommandLineParser_ParseW(-1, NULL) == 0);
-    CHECK(strcmp(OrvexTestCommandLineParser_GetApplicationName(), "") == 0);
-    CHECK(strcmp(OrvexTestCommandLineParser_GetTestPath(), "") == 0);
-}
-
 static void checkParse(void) {
     char name[] = "./mytest";
     char xml[] = "-x=report.xml";
     char output[] = "-o=out.txt";
-    char guid[] = "-tdc_guid=1234";
     char path[] = "TestSuiteUsb";
-    char* arguments[] = {name, xml, output, guid, path};
+    char* arguments[] = {name, xml, output, path};
     char slots[16][ORVEX_TEST_RUN_INFORMATION_SLOT_SIZE];
 
-    CHECK(OrvexTestCommandLineParser_Parse(5, arguments) == 1);
+    CHECK(OrvexTestCommandLineParser_Parse(4, arguments) == 1);
     CHECK(strcmp(OrvexTestCommandLineParser_GetApplicationName(), "./mytest") == 0);
     CHECK(strcmp(OrvexTestCommandLineParser_GetXmlFilename(), "report.xml") == 0);
     CHECK(strcmp(OrvexTestCommandLineParser_GetOutputFilename(), "out.txt") == 0);
     CHECK(strcmp(OrvexTestCommandLineParser_GetTestPath(), "TestSuiteUsb") == 0);
-    CHECK(OrvexTestCommandLineParser_GetWaitBeforeExit() == 0);
-    CHECK(OrvexTestCommandLineParser_GetHelpRequested() == 0);
     CHECK(OrvexTestCommandLineParser_GetTestRunInformation(slots[0]) == 1);
     CHECK(strcmp(slots[0], "orvex") == 0);
-    CHECK(strcmp(slots[1], "1234") == 0);
     CHECK(strcmp(slots[13], "any") == 0);
 }
 
@@ -75,7 +63,6 @@ static void checkHelpMessage(void) {
 }
 
 int main(void) {
-    checkBeforeAnyParse();
     checkParse();
     checkWideParse();
     checkHelpMessage();

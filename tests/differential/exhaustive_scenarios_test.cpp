@@ -75,14 +75,8 @@ TEST(ExhaustiveTokens, EveryListSpreadOverTwoParses) {
     });
 }
 
-// All names with a meaning, all others that the usage text shows, and two without any.
-Strings optionNames() {
-    Strings names = words("tdc_name tdc_pcname tdc_osname O u");
-    for (const KnownOption& option : knownOptions) {
-        names.emplace_back(option.name);
-    }
-    return names;
-}
+// Also the names that only the usage text has, and two that nothing has.
+const Strings names = optionNames() + words("tdc_name tdc_pcname tdc_osname O u");
 
 // The ways of giving an option, each with its name in the place of the @.
 const Strings ways = words("-@ 1|-@ a|-@ ''|--@=2|-@=|-@|@ 1", '|');
@@ -102,9 +96,9 @@ TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
         scenario.environment[name] = "old";
     }
     for (const std::string& firstWay : part(ways, 0, quickOrDeep(1, ways.size()))) {
-        for (const std::string& firstName : optionNames()) {
+        for (const std::string& firstName : names) {
             for (const std::string& secondWay : ways) {
-                for (const std::string& secondName : optionNames()) {
+                for (const std::string& secondName : names) {
                     const Strings first = given(firstWay, firstName);
                     const Strings second = given(secondWay, secondName);
                     scenario.calls = {narrow(first + second)};
@@ -120,7 +114,7 @@ TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
 // The C interface copies these into slots of a fixed size.
 TEST(ExhaustiveTokens, EveryLengthOfEveryValue) {
     Cases cases;
-    for (const std::string& name : optionNames()) {
+    for (const std::string& name : names) {
         for (std::size_t length = quickOrDeep(253, 0); length <= quickOrDeep(258, 600); ++length) {
             cases(Scenario{{Call{Form::NarrowC, {"app", "-" + name + "=" + std::string(length, '5')}}}});
         }
@@ -217,20 +211,15 @@ TEST(ExhaustiveTransport, EveryMixOfNumbers) {
     }
 }
 
-// A command line that sets every variable.
-Call everything() {
-    Strings arguments = words("-tl=DravikGTC,DravikGigE:A");
-    for (const KnownOption& option : knownOptions) {
-        arguments.push_back("-" + std::string(option.name) + "=1");
-    }
-    return narrow(arguments);
-}
-
 TEST(ExhaustiveTransport, EverySetOfVariablesThatCannotBeSet) {
     const std::size_t sets = std::size_t{1} << std::size(knownVariables);
     Cases cases;
     Scenario scenario;
-    scenario.calls = {everything()};
+    Strings arguments = words("-tl=DravikGTC,DravikGigE:A");
+    for (const std::string& name : optionNames()) {
+        arguments.push_back("-" + name + "=1");
+    }
+    scenario.calls = {narrow(arguments)};
     // In the quick suite, sets that differ in many variables from one to the next.
     for (std::size_t bits = 0; bits < sets && cases; bits += quickOrDeep(61, 1)) {
         scenario.refused.clear();

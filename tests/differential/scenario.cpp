@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <sstream>
 #include <string>
 #include <system_error>
 #include <type_traits>
@@ -17,26 +18,17 @@ constexpr std::size_t mostCalls = 6;
 
 template <typename Text>
 std::string escape(const Text& text) {
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto c =
-            static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<typename Text::value_type>>(text[i]));
-        // A backslash is escaped where it would begin an escape.
-        const bool isAmbiguous =
-            c == '\\' && i + 1 < text.size() && text[i + 1] < 0x7F &&
-            std::string_view("0123456789abcdefABCDEFn").find(static_cast<char>(text[i + 1])) !=
-                std::string_view::npos;
-        if (c >= 0x20 && c < 0x7F && !isAmbiguous) {
-            result += static_cast<char>(c);
+    std::ostringstream result;
+    result << std::hex << std::uppercase;
+    for (const auto character : text) {
+        const auto c = static_cast<std::make_unsigned_t<typename Text::value_type>>(character);
+        if (c >= 0x20 && c < 0x7F && c != '\\') {
+            result << static_cast<char>(c);
         } else {
-            std::array<char, 8> digits{};
-            char* const end = std::to_chars(digits.begin(), digits.end(), c, 16).ptr;
-            std::transform(digits.begin(), end, digits.begin(),
-                           [](char d) { return d >= 'a' ? d - 'a' + 'A' : d; });
-            result += '\\' + std::string(digits.begin(), end) + ';';
+            result << '\\' << static_cast<std::uint32_t>(c) << ';';
         }
     }
-    return result;
+    return result.str();
 }
 
 template <typename Text>

@@ -41,7 +41,7 @@ TEST(ScenarioText, IsReadFromAnyBytes) {
         {">n\n app\nx y\n\n =a\n  b", ">narrow\n app\n x y\n \n =a\n  b\n"},
         {">p\n>N\n>W\n>v\n NAME\n app", ">packed\n>NarrowC\n>WideC\n>variable\n NAME\n app\n"},
         {">w\n a\xFF\\1f600;\n \\null\n \\nullx", ">wide\n a\\FF;\\1F600;\n \\null\n \\5C;nullx\n"},
-        {">w\n \\FFFFFFFF;\\100000000;\\;\\g", ">wide\n \\FFFFFFFF;\\5C;100000000;\\;\\g\n"},
+        {">w\n \\FFFFFFFF;\\100000000;\\;\\g", ">wide\n \\FFFFFFFF;\\5C;100000000;\\5C;;\\5C;g\n"},
         {">n\n \\A;\\0;\\100;", ">narrow\n \\A;\\0;\\5C;100;\n"},
         {">n3\n>p*\n>w*-2147483648\n>n99999999999", ">narrow3\n>packed*\n>wide*-2147483648\n>narrow\n"},
         {"=A=x=y\n=B=\\0;c\n=C\n==D\n!E\n!\n>n\n=A=z", "=A=z\n=B=\n!\n!E\n>narrow\n"},

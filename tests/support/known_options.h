@@ -96,4 +96,12 @@ inline std::vector<KnownOption> numbers() {
     return found;
 }
 
+inline std::vector<std::string> optionNames() {
+    std::vector<std::string> names;
+    for (const KnownOption& option : knownOptions) {
+        names.emplace_back(option.name);
+    }
+    return names;
+}
+
 #endif

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# Compares the dynamic symbols that the library defines with the list of those that it may define, and the lists
-# of both platforms with one another: they name the same functions, whatever the standard library's inline
-# namespace and ABI tag make of their names.
+# Compares the dynamic symbols that the library defines with the list of its platform, and the lists of both platforms with
+# each other: apart from the standard library's inline namespace and ABI tag, they name the same functions.
 # Usage: exports_test.sh NM LIBRARY linux|macos LINUX-LIST MACOS-LIST
 set -euo pipefail
 export LC_ALL=C
@@ -23,6 +22,6 @@ if [ "$(uname -s)" = Darwin ]; then
     flags=-gjU prefix=_
 fi
 
-# A line that begins with "-" is missing from the library; one that begins with "+" is too much.
+# A line that begins with "-" is missing from the library; one that begins with "+" is not in the list.
 diff -u <("$3" "$4" "$5") <("$1" $flags "$2" | cut -d ' ' -f 1 | sed "s/^$prefix//" | sort)
 diff -u <(linux "$4" "$5" | plain) <(macos "$4" "$5" | plain)

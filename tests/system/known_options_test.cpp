@@ -43,14 +43,6 @@ Strings namesAfter(const std::string& mark, const std::string& text) {
     return names;
 }
 
-Strings optionNames() {
-    Strings names;
-    for (const KnownOption& option : knownOptions) {
-        names.emplace_back(option.name);
-    }
-    return names;
-}
-
 Strings variableNames() {
     return Strings(std::begin(knownVariables), std::end(knownVariables));
 }

@@ -1,6 +1,5 @@
-// Prints where the library that it is linked to believes the SDK to be, and which search path that library
-// makes of "/x"; then the same path for each library file that it is told to load. Usage: layout_client
-// DIRECTORY-TO-CHANGE-TO [FILE...]
+// Prints the SDK's directory as the linked library finds it and the search path that it makes of "/x"; then
+// the same path for each library file. Usage: layout_client DIRECTORY-TO-CHANGE-TO [FILE...]
 
 #include "OrvexTestCommandLineParser.h"
 #include "OrvexTestCommandLineParserC.h"

@@ -1,4 +1,4 @@
-// Where the library finds the SDK that it belongs to, laid out on disk and for each way to load it.
+// Where the library finds its SDK, for each layout on disk and each way to load the library.
 
 #include "support/clean_environment.h"
 
@@ -19,7 +19,7 @@ namespace {
 #define FRAMEWORK "Frameworks/orvex.framework/"
 #define LIBRARIES FRAMEWORK "Libraries"
 
-// There, the dynamic loader itself resolves relative paths and links when it loads a library.
+// On macOS, the dynamic loader itself resolves relative paths and links when it loads a library.
 constexpr bool isMacos = IS_MACOS == 1;
 
 // What the client prints for a library that finds the SDK in this directory.
@@ -28,7 +28,7 @@ std::string path(const char* library, const std::string& sdk) {
            "/" LIBRARIES "/orvexCXP/bin:/x\n";
 }
 
-// With a directory of its own.
+// An SDK, and a copy of the client, in a new directory.
 class SdkLayout : public CleanEnvironmentTest {
 protected:
     SdkLayout() {
@@ -58,7 +58,7 @@ protected:
         fs::create_symlink(base / target, base / file);
     }
 
-    // What the client prints that the dynamic loader links to the library in a directory.
+    // The output of the client if the dynamic loader links it to the library in this directory.
     std::string runClient(const fs::path& libraryDirectory, const std::string& startDirectory = "/",
                           const std::string& laterDirectory = ".",
                           const std::vector<std::string>& load = {}) const {
@@ -91,7 +91,7 @@ protected:
     std::string base;
 };
 
-// Below the test's own directory, but for a library's directory that does not begin with a slash.
+// Paths below the new directory, except a library's directory without a slash in front.
 struct Place {
     const char* name;
     const char* libraryDirectory;
@@ -115,7 +115,7 @@ const Place places[] = {
     {"RelativeFromItsDirectory", ".", "/sdk/" LIBRARIES, "/sdk/" LIBRARIES, "/sdk"},
     {"RelativeFromTheSdk", LIBRARIES, "/sdk", "/sdk", "/sdk"},
     {"RelativeFromBesideTheSdk", "../sdk/" LIBRARIES, "/links", "/links", "/sdk"},
-    // Each call resolves the path anew, from the directory that is current then.
+    // Each call resolves the path again, from the current directory.
     {"RelativeFromAnotherDirectory", ".", "/sdk/" LIBRARIES, "/other/b/c/d/e/f", isMacos ? "/sdk" : "/other"},
     {"LinkToFile", "/other/b/c/d/e/f", "", "", isMacos ? "/sdk" : "/other"},
 };
@@ -155,8 +155,7 @@ TEST_F(SdkLayout, DirectoryIsEmptyWhereTheClimbReachesTheRoot) {
     EXPECT_EQ(runClient(directory / "d"), found("/" + std::next(directory.begin())->string()));
 }
 
-// A copy of the library that is loaded calls nothing of the copy that the program is linked to, and so finds
-// the SDK that it lies in itself.
+// A copy of the library that is loaded with dlopen calls its own functions, not those of the linked copy.
 TEST_F(SdkLayout, EveryCopyInAProcessFindsItsOwnSdk) {
     for (const char* name : {"second", "Orvex SDK 7", "a:b", "Ger\xC3\xA4t"}) {
         SCOPED_TRACE(name);
