@@ -78,6 +78,7 @@ TEST_F(CInterfaceException, GettersAllocateNothingOnceTheParserExists) {
         char information[ORVEX_TEST_RUN_INFORMATION_SIZE];
         OrvexTestCommandLineParser_GetHelpRequested();
         const Failure failure(FaultyCall::Allocation, 1, Times::FromThenOn);
+        OrvexTestCommandLineParser_Parse(0, nullptr);
         OrvexTestCommandLineParser_GetApplicationName();
         OrvexTestCommandLineParser_GetXmlFilename();
         OrvexTestCommandLineParser_GetOutputFilename();

@@ -1,4 +1,4 @@
-// Holds the library to the model. Each function returns what differs, or nothing.
+// Compares the library with the model. Each function returns what differs, or nothing.
 
 #ifndef ORVEX_TESTS_DIFFERENTIAL_COMPARISON_H
 #define ORVEX_TESTS_DIFFERENTIAL_COMPARISON_H
@@ -13,12 +13,12 @@ namespace differential {
 
 using Difference = std::optional<std::string>;
 
-// Plays the scenario on a new parser of the library and on one of the model and compares, before the first
-// call and after every call, all that can be observed: the result, every accessor of the class and of the C
-// interface, the record, the usage text, the C buffers, and the whole environment.
+// Makes the calls of the scenario on a new parser of the library and of the model and compares, before the
+// first call and after every call, all that can be observed: the result, every accessor of the class and of
+// the C interface, the record, the usage text, the C buffers, and the whole environment.
 //
-// The parser of the library is the process-wide one, made anew each time, so that both interfaces show the
-// same object. The process environment is put back at the end. Not for several threads at once.
+// The parser of the library is the process-wide one, constructed again each time, so that both interfaces
+// show the same object. The process environment is restored at the end. Not for several threads at once.
 Difference findDifference(const Scenario& scenario);
 
 // The same, with the smallest scenario in which anything differs.

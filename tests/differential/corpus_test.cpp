@@ -1,4 +1,4 @@
-// The inputs that the fuzzers start from, and those in which they once found a difference.
+// The inputs from which the fuzzers start, and those that once showed a difference.
 
 #include "differential/comparison.h"
 
@@ -28,15 +28,15 @@ void replayAll(const char* target, Difference (*replay)(const std::string&)) {
     EXPECT_GT(count, 0);
 }
 
-TEST(FuzzCorpus, Scenario) {
+TEST(FuzzCorpus, ScenariosShowNoDifference) {
     replayAll("scenario", replayScenario);
 }
 
-TEST(FuzzCorpus, Tokenizer) {
+TEST(FuzzCorpus, TokenizerInputsShowNoDifference) {
     replayAll("tokenizer", replayTokenizer);
 }
 
-TEST(FuzzCorpus, Expansion) {
+TEST(FuzzCorpus, ExpansionInputsShowNoDifference) {
     replayAll("expansion", replayExpansion);
 }
 

@@ -20,13 +20,13 @@ namespace {
 
 using namespace differential;
 
-TEST(ExhaustiveFunctions, EveryTextToTheTokenizer) {
+TEST(ExhaustiveFunctions, EveryStringToTheTokenizer) {
     Cases cases;
     forEvery(std::string(" \t\"'\\a\n\xFF"), quickOrDeep(5, 7), cases,
              [&](const std::string& text) { cases(findTokenizerDifference(text)); });
 }
 
-TEST(ExhaustiveFunctions, EveryTextToSplitString) {
+TEST(ExhaustiveFunctions, EveryStringToSplitString) {
     Cases cases;
     const std::string symbols(",:a\xFF\0", 5);
     for (const char delimiter : symbols) {
@@ -35,8 +35,8 @@ TEST(ExhaustiveFunctions, EveryTextToSplitString) {
     }
 }
 
-TEST(ExhaustiveFunctions, EveryTextToTheReferenceExpansion) {
-    // Names that are defined, defined as nothing, and not defined; values that look like references.
+TEST(ExhaustiveFunctions, EveryStringToTheReferenceExpansion) {
+    // Names that are defined, empty and undefined; values that look like references.
     const model::Environment variables = {
         {"A", "$(B)%A%"}, {"AA", ""}, {"$", "dollar"}, {"(", "paren"}, {"B", "A=C"}};
     const ProcessEnvironment environment(variables);
@@ -58,7 +58,7 @@ TEST(ExhaustiveFunctions, EveryCodePointToTheConversion) {
     }
 }
 
-TEST(ExhaustiveFunctions, EveryShortTextOfBoundariesToTheConversion) {
+TEST(ExhaustiveFunctions, EveryShortStringOfBoundariesToTheConversion) {
     const std::u32string boundaries = {U'a',    0x7F,     0x80,     0x7FF,      0x800,      0xD800,    0xFFFF,
                                        0x10000, 0x10FFFF, 0x110000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
     Cases cases;
@@ -71,7 +71,7 @@ TEST(ExhaustiveFunctions, EveryShortTextOfBoundariesToTheConversion) {
     });
 }
 
-TEST(ExhaustiveTokenKinds, EveryTextOfTheCharactersOfNumbers) {
+TEST(ExhaustiveTokenKinds, EveryStringOfTheCharactersOfNumbers) {
     Cases cases;
     forEvery(std::string("-+0.5eExXinfaN \t"), quickOrDeep(4, 5), cases, [&](const std::string& text) {
         cases(findTokenKindDifference(text));
@@ -144,7 +144,7 @@ void compareQueries(const OptionRegistry& registry, const model::Registry& model
 class ExhaustiveRegistry : public ::testing::TestWithParam<std::uint32_t> {
 protected:
     // Scans the first tokens as an argument vector and the others as a list.
-    static void hold(Cases& cases, const Strings& list, std::size_t first, bool isEverything) {
+    static void compareScans(Cases& cases, const Strings& list, std::size_t first, bool isEverything) {
         const auto middle = list.begin() + static_cast<std::ptrdiff_t>(first);
         auto registry = newRegistry(GetParam());
         auto model = newModel(GetParam());
@@ -168,14 +168,14 @@ protected:
 TEST_P(ExhaustiveRegistry, EveryList) {
     Cases cases;
     forEvery(tokens, quickOrDeep(3, 4), cases,
-             [&](const Strings& list) { hold(cases, list, 0, list.size() <= 2); });
+             [&](const Strings& list) { compareScans(cases, list, 0, list.size() <= 2); });
 }
 
 TEST_P(ExhaustiveRegistry, EveryListInTwoScans) {
     Cases cases;
     forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
         for (std::size_t first = 0; first <= list.size(); ++first) {
-            hold(cases, list, first, false);
+            compareScans(cases, list, first, false);
         }
     });
 }

@@ -122,8 +122,8 @@ TEST(ExhaustiveTokens, EveryLengthOfEveryValue) {
 }
 
 // One byte of each kind that the tokenizer distinguishes, and one that matters elsewhere.
-void holdEveryText(const char* variable, const std::string& classes, std::size_t maximum,
-                   const std::vector<Call>& calls) {
+void compareEveryValue(const char* variable, const std::string& classes, std::size_t maximum,
+                       const std::vector<Call>& calls) {
     Cases cases;
     Scenario scenario;
     scenario.calls = calls;
@@ -134,18 +134,18 @@ void holdEveryText(const char* variable, const std::string& classes, std::size_t
 }
 
 // The program name is an option, to see how often it is scanned.
-TEST(ExhaustiveVariables, EveryTextBeforeTheCommandLine) {
-    holdEveryText("ORVEX_TEST_ARGS", " \t\"'\\a\n", quickOrDeep(5, 7),
-                  {{Form::Narrow, {"-tl=A", "-o", "b"}}});
+TEST(ExhaustiveVariables, EveryValueBeforeTheCommandLine) {
+    compareEveryValue("ORVEX_TEST_ARGS", " \t\"'\\a\n", quickOrDeep(5, 7),
+                      {{Form::Narrow, {"-tl=A", "-o", "b"}}});
 }
 
-TEST(ExhaustiveVariables, EveryTextAfterTheCommandLine) {
-    holdEveryText("_ORVEX_TEST_ARGS_", " \t\"'\\-\xFF", quickOrDeep(5, 7), {narrow({"-o", "b"})});
+TEST(ExhaustiveVariables, EveryValueAfterTheCommandLine) {
+    compareEveryValue("_ORVEX_TEST_ARGS_", " \t\"'\\-\xFF", quickOrDeep(5, 7), {narrow({"-o", "b"})});
 }
 
-TEST(ExhaustiveVariables, EveryTextInAVariableOfTheCallersChoice) {
-    holdEveryText("MY_ARGS", " \t\"'\\a\n", quickOrDeep(4, 6),
-                  {Call{Form::Variable, {"MY_ARGS", "app"}}, narrow({"-o", "b"})});
+TEST(ExhaustiveVariables, EveryValueOfAVariableOfTheCaller) {
+    compareEveryValue("MY_ARGS", " \t\"'\\a\n", quickOrDeep(4, 6),
+                      {Call{Form::Variable, {"MY_ARGS", "app"}}, narrow({"-o", "b"})});
 }
 
 Strings transportLayers() {
@@ -262,7 +262,7 @@ TEST(ExhaustiveWide, EveryVectorAndCount) {
 
 TEST(ExhaustiveWide, EveryPackedBlockAndCount) {
     Cases cases;
-    // The zero bytes in the text separate the arguments.
+    // The NULs separate the arguments.
     forEvery(std::string("\0-wo5", 5), quickOrDeep(4, 6), cases, [&](const std::string& block) {
         for (int count = -1; count <= static_cast<int>(block.size()) + 1; ++count) {
             cases(Scenario{{Call{Form::Packed, {block}, {}, count}}});

@@ -1,4 +1,4 @@
-// The hidden functions of the library beside those of the model.
+// Compares the hidden functions of the library with those of the model.
 
 #include "OrvexTestCommandLineParser.h"
 #include "differential/comparison.h"
@@ -26,7 +26,7 @@ Difference of(const std::string& input, const Differences& differences) {
 }  // namespace
 
 Difference findTokenizerDifference(const std::string& text) {
-    // A call that fails leaves what was there before.
+    // A call that fails leaves the tokens unchanged.
     Strings tokens = {"before"};
     Strings expected = tokens;
     std::string error;
@@ -72,8 +72,7 @@ Difference findConversionDifference(const std::u32string& text, int size) {
     Differences compare;
     compare("count", orvex::convertWideToUtf8(wide.c_str(), nullptr, size),
             model::utf8(text.c_str(), nullptr, size));
-    // Into a buffer that is larger than its size says. What a refused conversion leaves there is compared,
-    // too.
+    // The buffer is larger than the size. A refused conversion must leave the same bytes, too.
     std::string bytes(24, '\xAA');
     std::string expectedBytes = bytes;
     if (size <= static_cast<int>(bytes.size())) {
@@ -101,7 +100,7 @@ Difference replayTokenizer(const std::string& text) {
 }
 
 Difference replayExpansion(const std::string& text) {
-    // Values that look like references, empty ones, and names that are made of the special bytes.
+    // Values that look like references, empty ones, and names of special bytes.
     static const model::Environment variables = {
         {"A", "$(B)%A%"},  {"B", "100%"},    {"C", "$("},  {"D", "$$"},   {"E", ""},
         {"HOMEDIR", "/h"}, {" ", "blank"},   {"$", "%%"},  {"(", "$(A)"}, {"$(A", "%E%"},

@@ -214,7 +214,7 @@ private:
         return text;
     }
 
-    // The text of an argument variable: tokens in random quoting, sometimes malformed.
+    // The value of an argument variable: tokens in random quoting, sometimes malformed.
     std::string variableText() {
         static const Strings separators = words(" |\t|  | \t ", '|');
         std::string text = oneIn(8) ? oneOf(separators) : "";

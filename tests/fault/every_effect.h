@@ -183,15 +183,18 @@ inline std::string firstDifference(const Strings& expected, const Strings& actua
 }
 
 inline std::string firstDifference(const Snapshot& expected, const Snapshot& actual) {
-    const auto lines = [](const Snapshot& state, const Snapshot& other) {
-        Strings list;
-        for (const auto& [name, value] : changed(other, state)) {
-            const auto found = state.find(name);
-            list.push_back(name + "=" + (found == state.end() ? "(undefined)" : found->second));
-        }
-        return list;
+    const auto valueIn = [](const Snapshot& state, const std::string& name) {
+        const auto found = state.find(name);
+        return found == state.end() ? "(undefined)" : found->second;
     };
-    return firstDifference(lines(expected, actual), lines(actual, expected));
+    for (const auto& entry : changed(expected, actual)) {
+        const std::string wanted = valueIn(expected, entry.first);
+        const std::string now = valueIn(actual, entry.first);
+        if (wanted != now) {
+            return shortened(entry.first + ": " + now + " instead of " + wanted);
+        }
+    }
+    return "";
 }
 
 // A test in which the SDK is in /sdk.

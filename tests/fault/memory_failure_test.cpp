@@ -210,20 +210,4 @@ TEST_F(OutOfMemory, ParseWithBadArgumentsFailsWithoutAMessage) {
     EXPECT_FALSE(parser.Parse(1, static_cast<char**>(nullptr)));
 }
 
-TEST_F(OutOfMemory, AccessorsAndAParseOfNothingAllocateNothing) {
-    const std::size_t before = faults::allocations();
-    EXPECT_TRUE(parser.Parse(0, static_cast<char**>(nullptr)));
-    parser.getApplicationName();
-    parser.getXmlFilename();
-    parser.getOutputFilename();
-    parser.getTestPaths();
-    parser.getFirstTestPath();
-    parser.getTlList();
-    parser.helpRequested();
-    parser.waitBeforeExit();
-    parser.getTestRunInformation();
-    parser.getTdcDravikXmlFilename();
-    EXPECT_EQ(faults::allocations(), before);
-}
-
 }  // namespace

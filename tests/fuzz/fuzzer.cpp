@@ -1,4 +1,4 @@
-// A fuzz target: any bytes as the input of the comparison named REPLAY.
+// A fuzz target that compares the library with the model for any bytes. REPLAY names the comparison.
 
 #include "differential/comparison.h"
 

@@ -22,13 +22,13 @@
 namespace model {
 namespace {
 
-// The text as a reader of a zero-terminated string sees it.
+// The text as a NUL-terminated string.
 std::string cString(const std::string& text) {
     return text.substr(0, text.find('\0'));
 }
 
-// What getenv finds. The GNU C library compares a name with the beginning of "NAME=VALUE" as text: with A
-// defined as B=C, the name "A=B" finds C. On macOS, a name ends at its first "=".
+// What getenv returns. The GNU C library compares "NAME=" with the beginning of each entry: if A is "B=C",
+// the name "A=B" gives "C". On macOS, a name ends at its first "=".
 std::optional<std::string> lookUp(const Environment& environment, const std::string& name) {
 #ifdef __APPLE__
     const std::string beginning = cString(name.substr(0, name.find('='))) + "=";
@@ -171,7 +171,7 @@ Strings splitArguments(const std::string& text) {
         }
         isInToken = true;
         if (byte == '\\') {
-            // The next byte is taken as it stands. At the end of the text, the backslash itself is kept.
+            // Takes the next byte literally; a trailing backslash is literal itself.
             const bool isLast = i + 1 == text.size();
             token += isLast ? '\\' : text[++i];
         } else if (quote != '\0' && byte == quote) {
@@ -204,7 +204,7 @@ bool splitString(const std::string& text, char delimiter, Strings& parts) {
             part += byte;
         }
     }
-    // What follows the last delimiter counts only when there is something.
+    // An empty last part is not a part.
     if (!part.empty()) {
         parts.push_back(part);
     }

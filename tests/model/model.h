@@ -1,5 +1,5 @@
-// A plain second implementation of the command line parser, over a map instead of the process environment.
-// The library is compared with it. It shares no code with the library, only the types of the public header.
+// A plain second implementation of the parser, with a map for the process environment, to compare the library
+// with. It shares only the types of the public header with the library.
 
 #ifndef ORVEX_TESTS_MODEL_H
 #define ORVEX_TESTS_MODEL_H
@@ -44,7 +44,7 @@ private:
     void store(const std::string& name, const std::string& value);
 };
 
-// Throws std::runtime_error for a quote that is not closed.
+// Throws std::runtime_error for an unterminated quote.
 Strings splitArguments(const std::string& text);
 
 // Appends to parts.
@@ -63,9 +63,9 @@ public:
 
     bool parse(const Strings& argv);
     bool parseWide(const std::vector<WideArgument>& argv);
-    // Strings that are missing at the end of the block are empty ones.
+    // Strings missing at the end of the block are empty.
     bool parsePacked(const std::string& block, int argc);
-    // Throws std::runtime_error for a quote that is not closed. No name stands for a null pointer, too.
+    // Throws std::runtime_error for an unterminated quote. An empty name is like a null pointer.
     void scanVariable(const std::string& name, const std::string& programName);
 
     std::string helpMessage(const std::string& name) const;
