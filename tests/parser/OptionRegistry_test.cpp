@@ -13,7 +13,6 @@
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 static_assert(!std::is_polymorphic<OptionRegistry>::value, "the registry has no virtual functions");
 static_assert(
@@ -36,17 +35,6 @@ protected:
 
     OptionRegistry registry;
 };
-
-TEST(NewRegistry, IsEmpty) {
-    const OptionRegistry registry(OptionRegistry::UnknownAsFlag);
-    EXPECT_THAT(registry.getPositionals(), IsEmpty());
-    EXPECT_EQ(registry.getPositional(0), "");
-    EXPECT_FALSE(registry.isValueOption("o"));
-    EXPECT_FALSE(registry.isMultiValueOption("tl"));
-    EXPECT_FALSE(registry.hasOption("o"));
-    EXPECT_TRUE(registry.getValue("o").fail());
-    EXPECT_EQ(registry.getJoinedValues("tl", ","), "");
-}
 
 TEST(NewRegistry, HasTheBitsOfItsMode) {
     const OptionRegistry registry(OptionRegistry::UnknownAsFlag | OptionRegistry::GroupedShortFlags);

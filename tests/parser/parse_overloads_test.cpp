@@ -57,11 +57,6 @@ TEST_F(WideParse, ReadsExactlyArgcArgumentsAndCopiesThem) {
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("\xE2\x82\xAC"));
 }
 
-TEST_F(WideParse, ReturnsTheResultOfTheNarrowForm) {
-    EXPECT_FALSE(parseWide({U"app", U"-packetsize", U"\u00E9", U"Suite"}));
-    EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite"));
-}
-
 TEST_F(WideParse, InvalidArgumentsReturnFalseAndChangeNothing) {
     EXPECT_FALSE(parseWide({std::u32string{tooLarge}, U"-o", U"file", U"Suite"}));
     EXPECT_FALSE(parseWide({U"app", U"-o", U"file", std::u32string{U'S', tooLarge}}));
@@ -94,11 +89,6 @@ TEST_F(PackedParse, CopiesTheBlockAndDoesNotChangeIt) {
     EXPECT_EQ(std::string(block, sizeof block), std::string("prog\0Suite\0", 11));
     std::fill(block, block + sizeof block, '?');
     EXPECT_EQ(parser.getApplicationName(), "prog");
-    EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite"));
-}
-
-TEST_F(PackedParse, ReturnsTheResultOfTheNarrowForm) {
-    EXPECT_FALSE(parsePacked(4, {"prog", "-packetsize", "x", "Suite"}));
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite"));
 }
 

@@ -99,15 +99,6 @@ TEST_F(SessionVariables, TransportLayersAreJoinedByOneSpaceInTheOrderGiven) {
     EXPECT_EQ(get("TRANSPORT_LAYER"), "DravikUsb DravikGigE,A  B");
 }
 
-TEST_F(SessionVariables, LastValueOfTheThreeSourcesIsExportedUnchanged) {
-    set("ORVEX_TEST_ARGS", "-tdc_guid first -tdc_product first -tdc_userid ' \x01\x80\xFF'");
-    set("_ORVEX_TEST_ARGS_", "-tdc_guid third");
-    EXPECT_TRUE(parse(parser, words("app -tdc_guid second -tdc_product second")));
-    EXPECT_EQ(get("TEST_SESSION_GUID"), "third");
-    EXPECT_EQ(get("TEST_PRODUCT"), "second");
-    EXPECT_EQ(get("USER_UID"), " \x01\x80\xFF");
-}
-
 TEST_F(SessionVariables, EveryParseExportsWhatEarlierOnesScanned) {
     EXPECT_TRUE(parse(parser, words("app -tdc_guid old -tdc_product kept")));
     writeEnvironment({});

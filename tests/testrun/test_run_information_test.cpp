@@ -99,18 +99,6 @@ TEST_F(Record, TransportLayersAreJoinedByACommaAndTwoEmptyOnesAreNotTheDefault) 
     EXPECT_EQ(parser.getTestRunInformation().transportLayers, ",");
 }
 
-TEST_F(Record, LastValueOfTheThreeSourcesIsStoredUnchanged) {
-    const std::string longValue(300, 'v');
-    set("ORVEX_TEST_ARGS", "-tdc_guid first -testname first -bit ' \x01\x80\xFF'");
-    set("_ORVEX_TEST_ARGS_", "-tdc_guid third");
-    EXPECT_TRUE(parse(parser, {"app", "-tdc_guid=second", "-testname=second", "-osname=" + longValue}));
-    EXPECT_THAT(
-        record(),
-        ContainerEq(changed(
-            defaultRecord,
-            {{"guid", "third"}, {"testName", "second"}, {"bit", " \x01\x80\xFF"}, {"osName", longValue}})));
-}
-
 TEST_F(Record, NamesThatOnlyTheUsageTextHasFillNothing) {
     EXPECT_TRUE(parse(parser, words("app -tdc_name a -tdc_pcname b -tdc_osname c")));
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("a", "b", "c"));
