@@ -19,41 +19,39 @@ def suite(*arguments, **options):
     return run((DOCTEST_SUITE, *arguments), **options)
 
 
-class Cut(unittest.TestCase):
+class Separator(unittest.TestCase):
+    def test_the_parser_gets_the_arguments_before_the_first_dashes_and_doctest_those_after_them(self):
+        good = GOOD_ARGUMENTS
+        rows = [
+            # passed, failed, skipped, arguments
+            (2, 0, 0, (*good, "--test-case=PacketSize*")),
+            (1, 0, 1, (*good, "--", "--test-case=PacketSize*")),
+            (1, 1, 0, ("--", *good)),
+            (2, 0, 0, (*good, "--", "-camemu", "none", "PacketSize")),
+            (2, 0, 0, (*good, "--", "--", "PacketSize")),
+            (1, 1, 0, ()),
+            (1, 1, 0, ("--",)),
+            # Test paths and filters add up.
+            (1, 0, 1, (*good, "PacketSize")),
+            (2, 0, 0, (*good, "PacketSize", "--", "--test-case=DeviceFilter*")),
+        ]
+        for passed, failed, skipped, arguments in rows:
+            with self.subTest(arguments):
+                self.assert_runs(passed, failed, skipped, *arguments)
+
+    def test_dashes_in_an_argument_variable_do_not_separate(self):
+        self.assert_runs(1, 0, 1, *GOOD_ARGUMENTS, variables={"_ORVEX_TEST_ARGS_": "-- PacketSize"})
+
     def assert_runs(self, passed, failed, skipped, *arguments, **options):
         result = suite(*arguments, **options)
         self.assertEqual(result.returncode, 1 if failed else 0)
         counts = f"{passed + failed} | {passed} passed | {failed} failed | {skipped} skipped"
         self.assertIn(f"test cases: {counts}", re.sub(" +", " ", result.stdout))
 
-    def test_without_the_dashes_doctest_gets_no_argument(self):
-        self.assert_runs(2, 0, 0, *GOOD_ARGUMENTS, "--test-case=PacketSize*")
-
-    def test_after_the_dashes_doctest_gets_its_arguments(self):
-        self.assert_runs(1, 0, 1, *GOOD_ARGUMENTS, "--", "--test-case=PacketSize*")
-
-    def test_after_the_dashes_the_parser_gets_no_argument(self):
-        self.assert_runs(1, 1, 0, "--", *GOOD_ARGUMENTS)
-        self.assert_runs(2, 0, 0, *GOOD_ARGUMENTS, "--", "-camemu", "none", "PacketSize")
-
-    def test_the_program_name_stands_before_the_arguments_of_doctest(self):
+    def test_doctest_gets_the_program_name(self):
         self.assertIn(f'binary="{DOCTEST_SUITE}"', suite("--", "--reporters=xml").stdout)
 
-    def test_the_first_dashes_cut(self):
-        self.assert_runs(2, 0, 0, *GOOD_ARGUMENTS, "--", "--", "PacketSize")
-
-    def test_both_halves_may_be_empty(self):
-        self.assert_runs(1, 1, 0)
-        self.assert_runs(1, 1, 0, "--")
-
-    def test_dashes_in_an_argument_variable_do_not_cut(self):
-        self.assert_runs(1, 0, 1, *GOOD_ARGUMENTS, variables={"_ORVEX_TEST_ARGS_": "-- PacketSize"})
-
-    def test_paths_and_filters_add_up(self):
-        self.assert_runs(1, 0, 1, *GOOD_ARGUMENTS, "PacketSize")
-        self.assert_runs(2, 0, 0, *GOOD_ARGUMENTS, "PacketSize", "--", "--test-case=DeviceFilter*")
-
-    def test_each_half_names_an_output_file_of_its_own(self):
+    def test_an_output_file_of_the_parser_is_not_doctests(self):
         with tempfile.TemporaryDirectory() as directory:
             suite(*GOOD_ARGUMENTS, "-o=parser.txt", cwd=directory)
             self.assertEqual(os.listdir(directory), [])
@@ -62,13 +60,13 @@ class Cut(unittest.TestCase):
 
 
 class Usage(unittest.TestCase):
-    def test_help_is_that_of_its_half(self):
+    def test_help_is_the_parsers_before_the_dashes_and_doctests_after_them(self):
         for arguments, start in (("-h",), f"{DOCTEST_SUITE} [-?] [-camemu n]"), (("--", "-h"), "[doctest] "):
             result = suite(*arguments)
             self.assertEqual((result.returncode, result.stderr), (0, ""))
             self.assertTrue(result.stdout.startswith(start), result.stdout)
 
-    def test_bad_arguments_bring_the_usage_text_on_standard_error(self):
+    def test_bad_arguments_print_the_usage_text_on_standard_error(self):
         result = suite("-camemu", "none")
         self.assertEqual((result.returncode, result.stdout), (2, ""))
         self.assertTrue(result.stderr.startswith(f"{DOCTEST_SUITE} [-?] [-camemu n]"))

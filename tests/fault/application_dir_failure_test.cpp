@@ -5,8 +5,6 @@
 #include "support/faults.h"
 #include "support/parser_test.h"
 
-#include <dlfcn.h>
-
 #include <cstddef>
 #include <stdexcept>
 #include <string>
@@ -68,16 +66,6 @@ TEST_F(ApplicationDir, EndsBeforeTheLastSlashAndReleasesTheBuffer) {
         EXPECT_EQ(applicationDir(), directory) << path;
         EXPECT_EQ(faults::liveResolvedPaths(), 0U) << path;
     }
-}
-
-TEST_F(ApplicationDir, IsFoundFromTheFileOfTheLibrary) {
-    Dl_info library = {};
-    ASSERT_NE(dladdr(dlsym(RTLD_DEFAULT, "OrvexTestCommandLineParser_Parse"), &library), 0);
-    const std::string file = library.dli_fname;
-    ASSERT_NE(file.find("testcommandlineparser."), std::string::npos);
-    const CallLog log;
-    applicationDir();
-    EXPECT_EQ(log.calls.back(), "realpath " + file.substr(0, file.rfind('/')) + "/../../../..");
 }
 
 // "<gtl>" and "<cxp>" are what follows the SDK's directory in the path.

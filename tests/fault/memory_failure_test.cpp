@@ -14,7 +14,6 @@ namespace {
 using faults::Failure;
 using faults::FaultyCall;
 using faults::Times;
-using faults::With;
 
 // A parse passes through a line of states. A failure leaves one of them, and a later failure not an earlier
 // one.
@@ -132,56 +131,7 @@ TEST_P(ParseOutOfMemory, LeaksNothing) {
     }
 }
 
-// Calls the function with the first, the second ... allocation failing, until there is no such allocation.
-// Expects std::bad_alloc and no leak each time. Returns the number of allocations.
-template <typename Function>
-std::size_t exhaustMemoryIn(Function function) {
-    for (std::size_t nth = 1;; ++nth) {
-        const std::size_t before = faults::liveAllocations();
-        bool hasThrown = false;
-        bool hasFailed = false;
-        {
-            const Failure failure(FaultyCall::Allocation, nth);
-            try {
-                function();
-            } catch (const std::bad_alloc&) {
-                hasThrown = true;
-            }
-            hasFailed = failure.happened();
-        }
-        EXPECT_EQ(hasThrown, hasFailed) << "allocation " << nth;
-        EXPECT_EQ(faults::liveAllocations(), before) << "allocation " << nth;
-        EXPECT_EQ(faults::liveResolvedPaths(), 0U) << "allocation " << nth;
-        if (!hasFailed || ::testing::Test::HasFailure()) {
-            return nth - 1;
-        }
-    }
-}
-
-class OutOfMemory : public EveryEffectTest {
-protected:
-    OutOfMemory() {
-        prepare(parser);
-    }
-
-    OrvexTestCommandLineParser parser;
-};
-
-TEST_F(OutOfMemory, ConstructorThrows) {
-    EXPECT_GE(exhaustMemoryIn([] { const OrvexTestCommandLineParser another; }), 1U);
-}
-
-TEST_F(OutOfMemory, ApplicationDirThrows) {
-    const With longPath(faults::resolvedPath, "/a directory that no string holds without an allocation/q");
-    EXPECT_GE(exhaustMemoryIn([] { OrvexTestCommandLineParser::getApplicationDir(); }), 1U);
-}
-
-TEST_F(OutOfMemory, HelpMessageThrows) {
-    const std::string name = "a name that no string holds without an allocation";
-    EXPECT_GE(exhaustMemoryIn([&] { parser.getHelpMessage(""); }), 1U);
-    EXPECT_GE(exhaustMemoryIn([&] { parser.getHelpMessage(name); }), 2U);
-    EXPECT_EQ(firstDifference(statesOfEffects().front(), stateOf(parser)), "");
-}
+using OutOfMemory = EveryEffectTest;
 
 TEST_F(OutOfMemory, ArgumentsOfAVariableAreKeptAsFarAsTheyWereScanned) {
     Position scan(statesOfScan());
@@ -204,6 +154,7 @@ TEST_F(OutOfMemory, ArgumentsOfAVariableAreKeptAsFarAsTheyWereScanned) {
 }
 
 TEST_F(OutOfMemory, ParseWithBadArgumentsFailsWithoutAMessage) {
+    OrvexTestCommandLineParser parser;
     char* arguments[] = {nullptr};
     const Failure failure(FaultyCall::Allocation, 1, Times::FromThenOn);
     EXPECT_FALSE(parser.Parse(-1, arguments));

@@ -17,5 +17,5 @@ expect_equal 'pkg-config finds the headers' "$prefix/$PACKAGE_INCLUDEDIR" \
     "$(realpath "$(pkg-config --variable=includedir testcommandlineparser)")"
 build_project "$consumers/find_package" "-DCMAKE_PREFIX_PATH=$prefix"
 rm -r "$PKG_CONFIG_LIBDIR"
-expect_consumer_works "$built/cpp11"
+expect_consumer_works "$built/consumer"
 "$prefix/bin/show_arguments" -o result.txt >"$work/output" || fail 'show_arguments runs'

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A program needs the runtime component to run, and the development component in addition to be built.
+# What each component installs.
 source "$(dirname "$0")/package.sh"
 
 # Lists the files, without the build type that one of the names contains. files_in PREFIX
@@ -32,11 +32,3 @@ expect_equal 'development holds headers, name link, CMake package, pkg-config fi
 
 install_to "$work/all"
 [ ! -e "$work/all/Frameworks" ] || fail 'the sdk component is installed only on request'
-
-# A program that was built with both components runs with runtime alone.
-install_to "$work/both" --component runtime
-install_to "$work/both" --component development
-quietly "$CC" ${CFLAGS:-} "$consumers/main.c" -o "$work/program" "-I$work/both/$PACKAGE_INCLUDEDIR" ${LDFLAGS:-} \
-    "-L$work/both/$PACKAGE_LIBDIR" -ltestcommandlineparser "-Wl,-rpath,$work/runtime/$PACKAGE_LIBDIR"
-rm -r "$work/both"
-expect_consumer_works "$work/program"

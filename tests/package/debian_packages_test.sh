@@ -41,7 +41,7 @@ quietly "$CC" ${CFLAGS:-} "$consumers/main.c" -o "$work/program" ${LDFLAGS:-} \
     $(pkg-config --cflags --libs testcommandlineparser) "-Wl,-rpath,$libraries"
 expect_consumer_works "$work/program"
 build_project "$consumers/find_package" "-DCMAKE_PREFIX_PATH=$root/usr"
-expect_consumer_works "$built/cpp11"
+expect_consumer_works "$built/consumer"
 
 program=$root/usr/bin/show_arguments
 "$program" -o result.txt >"$work/output" || fail 'show_arguments runs'

@@ -1,5 +1,5 @@
-// Each place that lists the options or the variables has every one of support/known_options.h, and the
-// library has no others. The tests of show_arguments compare its table with the parser.
+// Each place that lists the options or the variables has those of support/known_options.h. The tests of
+// show_arguments compare its table with the parser.
 
 #include "support/known_options.h"
 
@@ -95,53 +95,27 @@ TEST(KnownVariables, AreTheListOfTheHeaderInOrder) {
 }
 
 TEST(KnownVariables, EndTheDictionaryOfTheFuzzerInOrder) {
-    const std::string entries =
-        section("tests/fuzz/dictionaries/scenario.txt", "\"\\x0A=\"\n", "no such text");
-    EXPECT_EQ(namesAfter("\n\"", entries), variableNames());
+    const Strings names =
+        namesAfter("\n\"", section("tests/fuzz/dictionaries/scenario.txt", "\"\\x0A=\"\n", "no such text"));
+    EXPECT_EQ(names, variableNames());
 }
 
-// An explicit instantiation may name private members: the only way to list what the parser has registered.
-template <typename Tag, typename Tag::Member member>
-struct PrivateMember {
-    friend typename Tag::Member memberOf(Tag /*tag*/) {
-        return member;
-    }
-};
+TEST(KnownVariables, AreInThePythonClientInOrder) {
+    EXPECT_EQ(namesAfter("\"", section("examples/python_client.py", "\nVARIABLES", "\n)")), variableNames());
+}
 
-struct ParserOptions {
-    using Member = OptionRegistry OrvexTestCommandLineParser::*;
-    friend Member memberOf(ParserOptions tag);
-};
-struct ValueOptions {
-    using Member = Strings OptionRegistry::*;
-    friend Member memberOf(ValueOptions tag);
-};
-struct MultiValueOptions {
-    using Member = Strings OptionRegistry::*;
-    friend Member memberOf(MultiValueOptions tag);
-};
-template struct PrivateMember<ParserOptions, &OrvexTestCommandLineParser::options>;
-template struct PrivateMember<ValueOptions, &OptionRegistry::valueOptions>;
-template struct PrivateMember<MultiValueOptions, &OptionRegistry::multiValueOptions>;
+using Library = ParserTest;
 
-using KnownToTheLibrary = ParserTest;
-
-TEST_F(KnownToTheLibrary, RegisteredOptionsAreTheKnownOnesThatTakeTheNextArgument) {
-    Strings values;
-    Strings multiValues;
+TEST_F(Library, RegistersTheKnownOptionsThatTakeTheNextArgument) {
     for (const KnownOption& option : knownOptions) {
-        if (option.kind == OptionKind::MultiValue) {
-            multiValues.emplace_back(option.name);
-        } else if (option.kind == OptionKind::Value || option.kind == OptionKind::Number) {
-            values.emplace_back(option.name);
-        }
+        OrvexTestCommandLineParser fresh;
+        EXPECT_TRUE(parse(fresh, {"app", std::string("-") + option.name, "1"}));
+        const bool takesNext = option.kind != OptionKind::Flag && option.kind != OptionKind::InlineOnly;
+        EXPECT_EQ(fresh.getTestPaths().empty(), takesNext) << option.name;
     }
-    const OptionRegistry& registry = parser.*memberOf(ParserOptions());
-    expectSame(registry.*memberOf(ValueOptions()), values, "the constructor of the parser");
-    expectSame(registry.*memberOf(MultiValueOptions()), multiValues, "the constructor of the parser");
 }
 
-TEST_F(KnownToTheLibrary, EveryOptionTogetherSetsTheKnownVariablesInOrder) {
+TEST_F(Library, SetsTheKnownVariablesInOrder) {
     static Strings names;
     Strings arguments = words("app -tl=DravikGTC,DravikGigE:A");
     for (const std::string& name : optionNames()) {
