@@ -8,6 +8,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -47,13 +48,8 @@ private:
 // Changes one of the variables below as long as it lives.
 template <typename Type>
 class With {
-    template <typename Same>
-    struct Identity {
-        using type = Same;
-    };
-
 public:
-    With(Type& variable, typename Identity<Type>::type value)
+    With(Type& variable, std::common_type_t<Type> value)
         : variable(variable), old(std::exchange(variable, std::move(value))) {}
     ~With() {
         variable = std::move(old);
