@@ -24,7 +24,7 @@ def start(command, variables=None, **options):
 
 
 def run(command, variables=None, **options):
-    """Runs the command to its end; the result has returncode, stdout and stderr as texts."""
+    """Runs the command to its end; the result has returncode, stdout and stderr as strings."""
     options.setdefault("stdin", subprocess.DEVNULL)
     return subprocess.run(
         (*EMULATOR, *command), env=clean_environment(variables), stdout=subprocess.PIPE, stderr=subprocess.PIPE,
