@@ -1,10 +1,7 @@
-// Hidden functions that run out of memory leave their arguments unchanged.
+// Hidden functions that do not pass on that memory has run out.
 
 #include "OrvexTestCommandLineParser.h"
-#include "environment/environment_variables.h"
 #include "environment/expand_environment_references.h"
-#include "parser/argument_tokenizer.h"
-#include "support/arguments.h"
 #include "support/clean_environment.h"
 #include "support/faults.h"
 
@@ -39,32 +36,6 @@ TEST_F(OutOfMemory, ExpansionOfATextWithoutReferencesAllocatesNothing) {
     const Failure failure(FaultyCall::Allocation);
     EXPECT_EQ(orvex::expandEnvironmentReferences(text), 0);
     EXPECT_FALSE(failure.happened());
-}
-
-TEST_F(OutOfMemory, TokenizerThrowsAndLeavesTheTokensUnchanged) {
-    const std::string token(200, 't');
-    const std::string text = token + " '" + token + "' \"" + token + "\"\\" + token;
-    const Strings before = {"before"};
-    Strings tokens = before;
-    std::size_t nth = 0;
-    while (tokens == before) {
-        const Failure failure(FaultyCall::Allocation, ++nth);
-        try {
-            orvex::splitArgumentString(text, tokens);
-        } catch (const std::bad_alloc&) {
-            ASSERT_EQ(tokens, before) << nth;
-        }
-    }
-    EXPECT_EQ(tokens, (Strings{token, token, token + token}));
-    EXPECT_GE(nth, 4U);
-}
-
-TEST_F(OutOfMemory, GetEnvironmentVariableThrowsAndLeavesTheValueUnchanged) {
-    set("NAME", std::string(200, 'v'));
-    std::string value = "before";
-    const Failure failure(FaultyCall::Allocation);
-    EXPECT_THROW(orvex::getEnvironmentVariable("NAME", value), std::bad_alloc);
-    EXPECT_EQ(value, "before");
 }
 
 // The stream catches an exception of its extraction and fails, and so the token is not a number.

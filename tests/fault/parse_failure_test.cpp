@@ -149,24 +149,4 @@ TEST_F(CallsOfAParse, WithoutArgumentsNothingIsReadOrSet) {
                                   "throw invalid_argument: argv must be valid"}));
 }
 
-TEST_F(CallsOfAParse, VariableWithoutANameIsNotRead) {
-    const CallLog log;
-    parser.ParseArgsFromEnvironmentVariable(nullptr, "app");
-    parser.ParseArgsFromEnvironmentVariable("", "app");
-    EXPECT_EQ(log.calls, Strings());
-    parser.ParseArgsFromEnvironmentVariable("NAME", "app");
-    EXPECT_EQ(log.calls, Strings{"getenv NAME"});
-}
-
-TEST_F(CallsOfAParse, ProgramNameAloneSetsTwoVariablesAndTheFirstOnlyOnce) {
-    const CallLog log;
-    EXPECT_TRUE(parse(parser, {"app"}));
-    EXPECT_TRUE(parse(parser, {"app"}));
-    const Strings reads = {"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_",
-                           "getenv ORVEX_GTC_USE_EXTRA_TL"};
-    const Strings packetSize = {"setenv ORVEX_GIGE_STREAM_GEVSCPS=8192"};
-    EXPECT_EQ(log.calls,
-              reads + Strings{"setenv ORVEX_GTC_USE_EXTRA_TL=1"} + packetSize + reads + packetSize);
-}
-
 }  // namespace
