@@ -55,25 +55,18 @@ void keep(const char* function, const char* first = "", const char* second = "",
     }
 }
 
-void* allocateOrNull(std::size_t size) {
+void* allocate(std::size_t size) {
     if (allocationsAreSlow) {
         std::this_thread::sleep_for(std::chrono::microseconds(200));
     }
-    void* const memory = failsNow(FaultyCall::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
-    if (memory != nullptr) {
-        ++allocationCount;
-    }
-    return memory;
-}
-
-void* allocate(std::size_t size) {
     if (failsNow(FaultyCall::StrangeAllocation)) {
         throw 42;
     }
-    void* const memory = allocateOrNull(size);
+    void* const memory = failsNow(FaultyCall::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
+    ++allocationCount;
     return memory;
 }
 
@@ -230,35 +223,17 @@ void REPLACEMENT(free)(void* memory) PLATFORM_NOEXCEPT {
 
 #ifndef __APPLE__
 
+// The other forms of operator new and delete call these.
+
 void* operator new(std::size_t size) {
     return allocate(size);
-}
-
-void* operator new[](std::size_t size) {
-    return allocate(size);
-}
-
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return allocateOrNull(size);
-}
-
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return allocateOrNull(size);
 }
 
 void operator delete(void* memory) noexcept {
     release(memory);
 }
 
-void operator delete[](void* memory) noexcept {
-    release(memory);
-}
-
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    release(memory);
-}
-
-void operator delete[](void* memory, std::size_t /*size*/) noexcept {
     release(memory);
 }
 
@@ -280,11 +255,8 @@ REPLACEMENTS = {
     REPLACE(free),
 #endif
     REPLACE_BY(&allocate, void* (*)(std::size_t), &::operator new),
-    REPLACE_BY(&allocate, void* (*)(std::size_t), &::operator new[]),
     REPLACE_BY(&release, void (*)(void*) noexcept, &::operator delete),
-    REPLACE_BY(&release, void (*)(void*) noexcept, &::operator delete[]),
     REPLACE_BY(&releaseSized, void (*)(void*, std::size_t) noexcept, &::operator delete),
-    REPLACE_BY(&releaseSized, void (*)(void*, std::size_t) noexcept, &::operator delete[]),
 };
 
 }  // namespace
