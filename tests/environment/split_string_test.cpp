@@ -9,21 +9,19 @@ namespace {
 TEST(SplitString, AppendsThePartsBetweenTheDelimiters) {
     const struct {
         const char* text;
-        char delimiter;
         Strings parts;
     } rows[] = {
-        {"abc", ':', {"abc"}},
-        {"a::bc", ':', {"a", "", "bc"}},
-        {":b", ':', {"", "b"}},
+        {"abc", {"abc"}},
+        {"a::bc", {"a", "", "bc"}},
+        {":b", {"", "b"}},
+        {" a,b : \xFF;d", {" a,b ", " \xFF;d"}},
         // An empty last part is not a part.
-        {"a:", ':', {"a"}},
-        {"::", ':', {"", ""}},
-        {" a,b : \xFF;d", ':', {" a,b ", " \xFF;d"}},
-        {"e\xFF\x80", '\xFF', {"e", "\x80"}},
+        {"a:", {"a"}},
+        {"::", {"", ""}},
     };
     for (const auto& row : rows) {
         Strings parts = {"before"};
-        EXPECT_TRUE(orvex::splitString(row.text, row.delimiter, parts)) << row.text;
+        EXPECT_TRUE(orvex::splitString(row.text, ':', parts)) << row.text;
         EXPECT_EQ(parts, Strings{"before"} + row.parts) << row.text;
     }
 }

@@ -1,5 +1,7 @@
 #include "OrvexTestCommandLineParser.h"
 
+#include "support/arguments.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -15,9 +17,6 @@ namespace {
 using ::testing::ElementsAre;
 
 static_assert(!std::is_polymorphic<OptionRegistry>::value, "the registry has no virtual functions");
-static_assert(
-    std::is_same<decltype(std::declval<const OptionRegistry&>().getValue("")), std::istringstream>::value,
-    "values come as input string streams");
 
 // The mode bits are fixed numbers.
 static_assert(OptionRegistry::UnknownAsFlag == 1);
@@ -36,8 +35,7 @@ protected:
     OptionRegistry registry;
 };
 
-TEST(NewRegistry, HasTheBitsOfItsMode) {
-    const OptionRegistry registry(OptionRegistry::UnknownAsFlag | OptionRegistry::GroupedShortFlags);
+TEST_F(Registry, HasTheBitsOfItsMode) {
     EXPECT_TRUE(registry.hasMode(OptionRegistry::UnknownAsFlag));
     EXPECT_FALSE(registry.hasMode(OptionRegistry::UnknownTakesValue));
     EXPECT_TRUE(registry.hasMode(0xFFFFFFFF));
@@ -45,23 +43,80 @@ TEST(NewRegistry, HasTheBitsOfItsMode) {
 }
 
 TEST_F(Registry, NamesAreTrimmedWhenTheyAreRegisteredAndWhenTheyAreQueried) {
-    registry.addValueOptions({"-one", "--two", "o"});
+    registry.addValueOptions({"-one", "--two"});
     registry.addMultiValueOptions({"---three"});
-    registry.parseTokens({"app", "-o", "file", "-w", "-tl", "A"});
+    registry.parseTokens(words("app --one file -w --three A"));
     for (const std::string dashes : {"", "-", "--"}) {
-        EXPECT_TRUE(registry.isValueOption(dashes + "one"));
         EXPECT_TRUE(registry.isValueOption(dashes + "two"));
-        EXPECT_TRUE(registry.isMultiValueOption(dashes + "three"));
         EXPECT_FALSE(registry.isValueOption(dashes + "three"));
+        EXPECT_TRUE(registry.isMultiValueOption(dashes + "three"));
         EXPECT_TRUE(registry.hasOption(dashes + "w"));
-        EXPECT_EQ(registry.getValue(dashes + "o").str(), "file");
-        EXPECT_EQ(registry.getJoinedValues(dashes + "tl", ","), "A");
+        EXPECT_EQ(registry.getValue(dashes + "one").str(), "file");
+        EXPECT_EQ(registry.getJoinedValues(dashes + "three", ","), "A");
     }
 }
 
+TEST_F(Registry, ScansAddUpAndOnlyTheFirstProgramNameIsKept) {
+    registry.parseTokens(words("-w -x kept"));
+    registry.parseTokens(words("app -o a -tl A S1 -o"));
+    registry.parseTokens(words("other -o b -tl B S2"));
+    EXPECT_THAT(registry.getPositionals(), ElementsAre("app", "S1", "S2"));
+    EXPECT_EQ(registry.getSingleValue("o"), "b");
+    EXPECT_EQ(registry.getSingleValue("x"), "kept");
+    EXPECT_EQ(registry.getJoinedValues("tl", ", "), "A, B");
+    EXPECT_TRUE(registry.hasOption("w") && registry.hasOption("o"));
+}
+
+TEST_F(Registry, NameRegisteredBothWaysIsAMultiValueOption) {
+    registry.addValueOptions({"tl"});
+    registry.parseTokens(words("app -tl A -tl=B"));
+    EXPECT_EQ(registry.getJoinedValues("tl", ","), "A,B");
+    EXPECT_EQ(registry.getSingleValue("tl"), "");
+}
+
+TEST_F(Registry, ValueIsAStreamThatCanBeRead) {
+    registry.parseTokens({"app", "-o", "12 words", "-tl", "34", "-tl", "56", "-x="});
+    std::istringstream stream = registry.getValue("o");
+    int number = 0;
+    std::string word;
+    EXPECT_TRUE(stream >> number >> word);
+    EXPECT_EQ(number, 12);
+    EXPECT_EQ(word, "words");
+    EXPECT_EQ(registry.getValue("tl").str(), "34 56");
+    EXPECT_EQ(registry.getValue("x").rdstate(), std::ios_base::goodbit);
+    EXPECT_EQ(registry.getValue("p").rdstate(), std::ios_base::goodbit);
+}
+
+TEST_F(Registry, StreamOfAnAbsentValueIsEmptyAndHasFailed) {
+    registry.parseTokens(words("app -o -w"));
+    for (const char* name : {"o", "x", "w", "never", ""}) {
+        const std::istringstream stream = registry.getValue(name);
+        EXPECT_EQ(stream.rdstate(), std::ios_base::failbit) << name;
+        EXPECT_EQ(stream.str(), "") << name;
+    }
+}
+
+TEST_F(Registry, PositionalsBeyondTheLastAreEmpty) {
+    registry.parseTokens(words("app Suite"));
+    EXPECT_EQ(&registry.getPositional(1), &registry.getPositionals()[1]);
+    EXPECT_EQ(registry.getPositional(2), "");
+    EXPECT_EQ(registry.getPositional(std::numeric_limits<std::size_t>::max()), "");
+}
+
+// An argument cannot hold a NUL, but the registry does not decide that.
+TEST_F(Registry, NulIsAByteLikeOthers) {
+    const std::string nul(1, '\0');
+    registry.parseTokens({"app" + nul + "x", "-n" + nul + "x=1", "-n=2", "-f" + nul, "-tl", nul});
+    EXPECT_THAT(registry.getPositionals(), ElementsAre("app" + nul + "x"));
+    EXPECT_EQ(registry.getSingleValue("n" + nul + "x"), "1");
+    EXPECT_TRUE(registry.hasOption("f" + nul));
+    EXPECT_FALSE(registry.hasOption("f"));
+    EXPECT_EQ(registry.getJoinedValues("tl", nul), nul);
+}
+
 TEST(TokenKinds, LeadingDashesAreTrimmedUnlessThereIsNothingElse) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"", ""}, {"-", "-"}, {"---", "---"}, {"--help", "help"}, {"o", "o"}, {"--a-", "a-"}, {" -x", " -x"}};
+    const std::pair<const char*, const char*> rows[] = {{"--help", "help"}, {"--a-", "a-"}, {"o", "o"},
+                                                        {"-", "-"},         {"---", "---"}, {"", ""}};
     for (const auto& [token, expected] : rows) {
         EXPECT_EQ(OptionRegistry::trimLeadingDashes(token), expected);
     }
@@ -82,62 +137,11 @@ TEST(TokenKinds, OptionsBeginWithADashAndAreNotNumbers) {
     }
     // The standard libraries read these differently.
     for (const char* token : {"-inf", "-NAN", "-5abc", "-0x1p3", "-1e-400"}) {
-        std::istringstream stream(token);
         double number = 0;
-        stream >> number;
-        EXPECT_EQ(OptionRegistry::isNumber(token), !stream.fail()) << token;
-        EXPECT_EQ(OptionRegistry::isOptionToken(token), stream.fail()) << token;
+        const bool isNumber = static_cast<bool>(std::istringstream(token) >> number);
+        EXPECT_EQ(OptionRegistry::isNumber(token), isNumber) << token;
+        EXPECT_EQ(OptionRegistry::isOptionToken(token), !isNumber) << token;
     }
-}
-
-TEST_F(Registry, ValueIsAStreamThatCanBeRead) {
-    registry.parseTokens({"app", "-o", "12 words", "-tl", "34", "-tl", "56", "-x="});
-    std::istringstream stream = registry.getValue("o");
-    int number = 0;
-    std::string word;
-    EXPECT_TRUE(stream >> number >> word);
-    EXPECT_EQ(number, 12);
-    EXPECT_EQ(word, "words");
-    EXPECT_EQ(registry.getValue("tl").str(), "34 56");
-    EXPECT_EQ(registry.getValue("x").rdstate(), std::ios_base::goodbit);
-    EXPECT_EQ(registry.getValue("p").rdstate(), std::ios_base::goodbit);
-}
-
-TEST_F(Registry, StreamOfAnAbsentValueIsEmptyAndHasFailed) {
-    registry.parseTokens({"app", "-o", "-w"});
-    for (const char* name : {"o", "x", "w", "never", ""}) {
-        const std::istringstream stream = registry.getValue(name);
-        EXPECT_EQ(stream.rdstate(), std::ios_base::failbit) << name;
-        EXPECT_EQ(stream.str(), "") << name;
-    }
-}
-
-TEST_F(Registry, OnlyMultiValueOptionsHaveJoinedValues) {
-    registry.parseTokens({"app", "-o", "file", "-unknown=1", "-w", "-p=", "-p=b", "-tl=a"});
-    EXPECT_EQ(registry.getJoinedValues("p", ", "), ", b");
-    EXPECT_EQ(registry.getJoinedValues("tl", ","), "a");
-    for (const char* name : {"o", "unknown", "w"}) {
-        EXPECT_EQ(registry.getJoinedValues(name, ","), "") << name;
-    }
-}
-
-TEST_F(Registry, PositionalsBeyondTheLastAreEmpty) {
-    registry.parseTokens({"app", "Suite"});
-    EXPECT_EQ(&registry.getPositional(1), &registry.getPositionals()[1]);
-    EXPECT_EQ(registry.getPositional(2), "");
-    EXPECT_EQ(registry.getPositional(std::numeric_limits<std::size_t>::max()), "");
-}
-
-// An argument cannot hold a NUL, but the registry does not decide that.
-TEST_F(Registry, NulIsAByteLikeOthers) {
-    const std::string nul(1, '\0');
-    registry.parseTokens({"app" + nul + "x", "-n" + nul + "x=1", "-n=2", "-f" + nul, "-tl", nul});
-    EXPECT_THAT(registry.getPositionals(), ElementsAre("app" + nul + "x"));
-    EXPECT_EQ(registry.getValue("n" + nul + "x").str(), "1");
-    EXPECT_EQ(registry.getValue("n").str(), "2");
-    EXPECT_TRUE(registry.hasOption("f" + nul));
-    EXPECT_FALSE(registry.hasOption("f"));
-    EXPECT_EQ(registry.getJoinedValues("tl", nul), nul);
 }
 
 }  // namespace

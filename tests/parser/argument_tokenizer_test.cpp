@@ -24,7 +24,6 @@ TEST(Tokenizer, SpacesAndTabsSeparateTokens) {
         {"", {}},
         {" \t  \t\t ", {}},
         {"  a \t b\t", {"a", "b"}},
-        {"-o \"my file.xml\"", {"-o", "my file.xml"}},
         {"a\nb c", {"a\nb", "c"}},
         {"\r\v\f\x01\x7F \x80\xC2\xA0\xFF", {"\r\v\f\x01\x7F", "\x80\xC2\xA0\xFF"}},
         {std::string("a\0b", 3), {std::string("a\0b", 3)}},
@@ -36,9 +35,7 @@ TEST(Tokenizer, QuotesGroupAndDoNotEndTheToken) {
         {"\" a  b \" '\tc\t'", {" a  b ", "\tc\t"}},
         {"a\"b c\" --name='d e'f", {"ab c", "--name=d ef"}},
         {"\"it's\" 'say \"a\"'", {"it's", "say \"a\""}},
-        {"\"a\"'b'", {"ab"}},
         {"a '' \"\"", {"a", "", ""}},
-        {"''\"\" a\"\"b", {"", "ab"}},
     });
 }
 
@@ -47,7 +44,6 @@ TEST(Tokenizer, BackslashTakesTheNextByteLiterally) {
         {"\\ a \\\"b \\'c \\\\d \\n", {" a", "\"b", "'c", "\\d", "n"}},
         {"a\\ b a\\\"b a\\\tb", {"a b", "a\"b", "a\tb"}},
         {"\"a\\\"b\" 'a\\'b' \"a\\\\\" \"a\\b\"", {"a\"b", "a'b", "a\\", "ab"}},
-        {"\"a\"\\ b", {"a b"}},
     });
 }
 
@@ -55,23 +51,20 @@ TEST(Tokenizer, TrailingBackslashIsLiteral) {
     expectTokens({
         {"\\", {"\\"}},
         {"abc\\", {"abc\\"}},
-        {"abc \\", {"abc", "\\"}},
         {"\"abc\"\\", {"abc\\"}},
-        {"abc\\\\", {"abc\\"}},
     });
 }
 
 TEST(Tokenizer, UnterminatedQuoteThrowsAndLeavesTheTokensUnchanged) {
     for (const char* text : {"x\"y", "'", "a b 'c d' \"e", "\"abc'", "\"abc\\\"", "'abc\\"}) {
-        const Strings before = {"old", ""};
-        Strings tokens = before;
+        Strings tokens = {"old", ""};
         try {
             orvex::splitArgumentString(text, tokens);
             ADD_FAILURE() << "nothing was thrown for " << text;
         } catch (const std::runtime_error& error) {
             EXPECT_STREQ(error.what(), "Starting quote has no ending quote.");
         }
-        EXPECT_EQ(tokens, before) << text;
+        EXPECT_EQ(tokens, (Strings{"old", ""})) << text;
     }
 }
 
