@@ -45,16 +45,6 @@ std::string findApplicationDir() {
     return directory == "/" ? "" : directory.string();
 }
 
-// The result of a call, or the message of its exception.
-template <typename Function>
-std::string outcomeOf(const Function& function) {
-    try {
-        return std::to_string(static_cast<int>(function()));
-    } catch (const std::runtime_error& error) {
-        return std::string("std::runtime_error: ") + error.what();
-    }
-}
-
 // The call with a count that reads no further than the arguments.
 Call readable(Call call) {
     if (call.form == Form::Packed) {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <stdexcept>
 #include <string>
 
 namespace differential {
@@ -36,6 +37,16 @@ private:
                (whole.size() > start + most ? "..." : "");
     }
 };
+
+// The result of a call, or the message of its exception.
+template <typename Function>
+std::string outcomeOf(const Function& function) {
+    try {
+        return std::to_string(static_cast<int>(function()));
+    } catch (const std::runtime_error& error) {
+        return std::string("std::runtime_error: ") + error.what();
+    }
+}
 
 }  // namespace differential
 

@@ -8,12 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace differential {
 
@@ -69,29 +69,15 @@ private:
     bool hasFailed = false;
 };
 
-// Goes on to the next sequence of the same length, the last place first. False after the last one.
-template <typename Sequence>
-bool advance(std::vector<std::size_t>& digits, Sequence& sequence, const Sequence& items) {
-    for (std::size_t place = digits.size(); place > 0; --place) {
-        std::size_t& digit = digits[place - 1];
-        digit = (digit + 1) % items.size();
-        sequence[place - 1] = items[digit];
-        if (digit != 0) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// Visits every sequence of up to maximum of the items, the empty one first, as long as nothing differs.
+// Visits every sequence of up to maximum of the items that starts like this one, as long as nothing differs.
 template <typename Sequence, typename Visit>
-void forEvery(const Sequence& items, std::size_t maximum, const Cases& cases, const Visit& visit) {
-    for (std::size_t length = 0; length <= maximum; ++length) {
-        std::vector<std::size_t> digits(length);
-        Sequence sequence(length, items[0]);
-        do {
-            visit(sequence);
-        } while (cases && advance(digits, sequence, items));
+void forEvery(const Sequence& items, std::size_t maximum, const Cases& cases, const Visit& visit,
+              const Sequence& start = {}) {
+    visit(start);
+    for (std::size_t i = 0; i < items.size() && start.size() < maximum && cases; ++i) {
+        Sequence longer = start;
+        longer.push_back(items[i]);
+        forEvery(items, maximum, cases, visit, longer);
     }
 }
 

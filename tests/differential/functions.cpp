@@ -12,7 +12,6 @@
 #include "parser/wide_to_utf8.h"
 
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 namespace differential {
@@ -29,18 +28,14 @@ Difference findTokenizerDifference(const std::string& text) {
     // A call that fails leaves the tokens unchanged.
     Strings tokens = {"before"};
     Strings expected = tokens;
-    std::string error;
-    std::string expectedError;
-    try {
+    const std::string error = outcomeOf([&] {
         orvex::splitArgumentString(text, tokens);
-    } catch (const std::runtime_error& exception) {
-        error = exception.what();
-    }
-    try {
+        return 0;
+    });
+    const std::string expectedError = outcomeOf([&] {
         expected = model::splitArguments(text);
-    } catch (const std::runtime_error& exception) {
-        expectedError = exception.what();
-    }
+        return 0;
+    });
     Differences compare;
     compare("error", error, expectedError);
     compare("tokens", tokens, expected);

@@ -39,10 +39,6 @@ ProcessEnvironment::~ProcessEnvironment() {
 }
 
 int ProcessEnvironment::set(const char* name, const char* value, bool overwrite) {
-    if (*name == '\0' || std::strchr(name, '=') != nullptr) {
-        errno = EINVAL;
-        return -1;
-    }
     if (refused.count(name) != 0) {
         errno = ENOMEM;
         return -1;

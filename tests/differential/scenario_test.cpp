@@ -94,8 +94,6 @@ TEST(ProcessEnvironment, ReplacesTheEnvironmentAndRestoresIt) {
         EXPECT_STREQ(std::getenv("A"), "1");
         EXPECT_EQ(setenv("A", "2", 1), 0);
         EXPECT_EQ(setenv("AB", "", 1), 0);
-        EXPECT_EQ(setenv("", "1", 1), -1);
-        EXPECT_EQ(setenv("A=B", "1", 1), -1);
         EXPECT_EQ(readEnvironment(), (Environment{{"A", "2"}, {"AB", ""}}));
         // The calls of the library arrive here, too.
         OrvexTestCommandLineParser parser;
