@@ -5,10 +5,8 @@
 #include "model/model.h"
 #include "support/known_options.h"
 
-#include <climits>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -103,16 +101,6 @@ TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
                     cases(scenario);
                 }
             }
-        }
-    }
-}
-
-// The C interface copies these into slots of a fixed size.
-TEST(ExhaustiveTokens, EveryLengthOfEveryValue) {
-    Cases cases;
-    for (const std::string& name : names) {
-        for (std::size_t length = quickOrDeep(253, 0); length <= quickOrDeep(258, 600); ++length) {
-            cases(Scenario{{Call{Form::NarrowC, {"app", "-" + name + "=" + std::string(length, '5')}}}});
         }
     }
 }
@@ -236,18 +224,6 @@ TEST(ExhaustiveWide, EveryPackedBlockAndCount) {
             cases(Scenario{{Call{Form::Packed, {block}, {}, count}}});
         }
     });
-}
-
-TEST(ExhaustiveWide, EveryCountWithoutArguments) {
-    Cases cases;
-    for (const int count : {INT_MIN, -2, -1, 0, 1, 2, INT_MAX}) {
-        for (const Form form : {Form::Narrow, Form::Wide, Form::Packed, Form::NarrowC, Form::WideC}) {
-            for (const bool isNull : {false, true}) {
-                const Call counted = {form, {}, {}, count, isNull};
-                cases(Scenario{{counted, narrow({}), counted}, {{"ORVEX_TEST_ARGS", "-o a"}}});
-            }
-        }
-    }
 }
 
 TEST(RandomScenarios, BehaveAsTheModel) {

@@ -20,16 +20,13 @@ ProcessEnvironment::ProcessEnvironment(const std::map<std::string, std::string>&
     : refused(std::move(refused)), saved(environ) {
     entries.reserve(variables.size() + 32);
     for (const auto& [name, value] : variables) {
-        std::string& entry = strings.emplace_back(name);
-        entry += '=';
-        entry += value;
-        entries.push_back(entry.data());
+        entries.push_back(strings.emplace_back(name + "=" + value).data());
     }
     entries.push_back(nullptr);
     environ = entries.data();
     active = this;
-    setenvInstead = [](const char* name, const char* value, int overwrite) {
-        return active->set(name, value, overwrite != 0);
+    setenvInstead = [](const char* name, const char* value, int /*overwrite*/) {
+        return active->set(name, value);
     };
 }
 
@@ -38,7 +35,7 @@ ProcessEnvironment::~ProcessEnvironment() {
     environ = saved;
 }
 
-int ProcessEnvironment::set(const char* name, const char* value, bool overwrite) {
+int ProcessEnvironment::set(const char* name, const char* value) {
     if (refused.count(name) != 0) {
         errno = ENOMEM;
         return -1;
@@ -46,9 +43,7 @@ int ProcessEnvironment::set(const char* name, const char* value, bool overwrite)
     const std::string beginning = std::string(name) + "=";
     for (char*& entry : entries) {
         if (entry != nullptr && std::strncmp(entry, beginning.c_str(), beginning.size()) == 0) {
-            if (overwrite) {
-                entry = strings.emplace_back(beginning + value).data();
-            }
+            entry = strings.emplace_back(beginning + value).data();
             return 0;
         }
     }

@@ -14,7 +14,7 @@ namespace differential {
 // Replaces the process environment as long as it lives. Only one at a time.
 //
 // The platform's setenv keeps every string that it was ever given, so millions of scenarios would use up the
-// memory. This class answers setenv itself and releases the strings with the scenario.
+// memory. This class answers setenv itself, always overwrites, and releases the strings with the scenario.
 class ProcessEnvironment {
 public:
     explicit ProcessEnvironment(const std::map<std::string, std::string>& variables,
@@ -24,7 +24,7 @@ public:
     ProcessEnvironment& operator=(const ProcessEnvironment&) = delete;
 
 private:
-    int set(const char* name, const char* value, bool overwrite);
+    int set(const char* name, const char* value);
 
     static ProcessEnvironment* active;
     std::deque<std::string> strings;

@@ -3,14 +3,13 @@
 #include "differential/scenario.h"
 #include "differential/differences.h"
 #include "differential/process_environment.h"
-#include "support/clean_environment.h"
+#include "support/parser_test.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -19,17 +18,8 @@ using namespace differential;
 
 TEST(ScenarioText, IsReadAsTheScenarioThatItDescribes) {
     for (std::uint64_t seed = 1; seed <= 1000; ++seed) {
-        const Scenario scenario = scenarioFromSeed(seed);
-        const Scenario read = scenarioOf(describe(scenario));
-        const auto parts = [](const Scenario& whole) { return std::tie(whole.environment, whole.refused); };
-        ASSERT_EQ(parts(read), parts(scenario)) << describe(scenario);
-        ASSERT_EQ(read.calls.size(), scenario.calls.size());
-        for (std::size_t i = 0; i < read.calls.size(); ++i) {
-            const auto all = [](const Call& call) {
-                return std::tie(call.form, call.arguments, call.wideArguments, call.count, call.isNull);
-            };
-            ASSERT_EQ(all(read.calls[i]), all(scenario.calls[i])) << describe(scenario);
-        }
+        const std::string text = describe(scenarioFromSeed(seed));
+        ASSERT_EQ(describe(scenarioOf(text)), text);
     }
 }
 
@@ -90,15 +80,12 @@ TEST(ProcessEnvironment, ReplacesTheEnvironmentAndRestoresIt) {
     const Environment before = readEnvironment();
     {
         const ProcessEnvironment environment({{"A", "1"}}, {"ORVEX_CAMEMU"});
-        EXPECT_EQ(setenv("A", "2", 0), 0);
-        EXPECT_STREQ(std::getenv("A"), "1");
         EXPECT_EQ(setenv("A", "2", 1), 0);
         EXPECT_EQ(setenv("AB", "", 1), 0);
-        EXPECT_EQ(readEnvironment(), (Environment{{"A", "2"}, {"AB", ""}}));
         // The calls of the library arrive here, too.
         OrvexTestCommandLineParser parser;
         EXPECT_FALSE(parse(parser, words("app -camemu=2")));
-        EXPECT_EQ(readEnvironment().count("ORVEX_CAMEMU"), 0U);
+        EXPECT_EQ(readEnvironment(), changed(defaultVariables, {{"A", "2"}, {"AB", ""}}));
     }
     EXPECT_EQ(readEnvironment(), before);
 }

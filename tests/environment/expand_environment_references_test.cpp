@@ -87,12 +87,4 @@ TEST_F(ExpandReferences, FourTimesTheSizeOfTheTextIsReserved) {
     EXPECT_LE(text.capacity(), 4 * 1000U + 15) << "a standard library rounds up by less";
 }
 
-TEST_F(ExpandReferences, ResultMayBeLongerThanThat) {
-    const std::string value(100000, 'v');
-    set("V", value);
-    std::string text = "$(V)%V%";
-    EXPECT_EQ(orvex::expandEnvironmentReferences(text), 2);
-    EXPECT_TRUE(text == value + value);
-}
-
 }  // namespace

@@ -35,15 +35,13 @@ std::optional<std::string> lookUp(const Environment& environment, const std::str
 #else
     const std::string beginning = cString(name) + "=";
 #endif
-    if (beginning == "=") {
-        return std::nullopt;
+    for (const auto& [variable, value] : environment) {
+        const std::string entry = variable + "=" + value;
+        if (beginning != "=" && entry.compare(0, beginning.size(), beginning) == 0) {
+            return entry.substr(beginning.size());
+        }
     }
-    const auto found = environment.find(beginning.substr(0, beginning.find('=')));
-    const std::string entry = found == environment.end() ? "" : found->first + "=" + found->second;
-    if (entry.compare(0, beginning.size(), beginning) != 0) {
-        return std::nullopt;
-    }
-    return entry.substr(beginning.size());
+    return std::nullopt;
 }
 
 // Ends the parse.
@@ -103,10 +101,7 @@ void Registry::parseTokens(const Strings& tokens) {
         if ((mode & OptionRegistry::GroupedShortFlags) != 0 && hasOneDash && valueOptions.count(name) == 0) {
             const std::string last(1, name.back());
             const bool isKept = valueOptions.count(last) != 0;
-            if (isKept) {
-                name.pop_back();
-            }
-            for (const char letter : name) {
+            for (const char letter : name.substr(0, name.size() - (isKept ? 1 : 0))) {
                 flags.insert(std::string(1, letter));
             }
             if (!isKept) {
@@ -195,17 +190,9 @@ bool splitString(const std::string& text, char delimiter, Strings& parts) {
     if (delimiter == '\0' || cString(text).empty()) {
         return false;
     }
-    std::string part;
-    for (const char byte : cString(text)) {
-        if (byte == delimiter) {
-            parts.push_back(part);
-            part.clear();
-        } else {
-            part += byte;
-        }
-    }
     // An empty last part is not a part.
-    if (!part.empty()) {
+    std::istringstream stream(cString(text));
+    for (std::string part; std::getline(stream, part, delimiter);) {
         parts.push_back(part);
     }
     return true;

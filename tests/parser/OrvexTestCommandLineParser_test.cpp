@@ -118,14 +118,6 @@ TEST_F(Parse, ProgramNameIsScannedBeforeEachSource) {
     EXPECT_EQ(parser.getTlList(), "first,second,third");
 }
 
-TEST_F(Parse, VariablesWithoutArgumentsAreNotScanned) {
-    set("ORVEX_TEST_ARGS", "");
-    set("_ORVEX_TEST_ARGS_", " \t \t ");
-    // Before a scan, this program name would take a value.
-    EXPECT_TRUE(parse(parser, words("-tl A Suite")));
-    EXPECT_EQ(parser.getTlList(), "A");
-}
-
 TEST_F(Parse, UnterminatedQuoteInTheFirstVariableFailsBeforeAnythingIsScanned) {
     set("ORVEX_TEST_ARGS", "-o a 'b");
     const Environment before = readEnvironment();

@@ -44,11 +44,4 @@ TEST_F(Accessors, FirstTestPathIsTheSameEmptyStringForEveryParserWithoutTestPath
     EXPECT_EQ(&other.getFirstTestPath(), &parser.getFirstTestPath());
 }
 
-TEST_F(Accessors, ConstructionAndDestructionLeaveOtherParsersAndTheEnvironmentAlone) {
-    const Environment before = {{"ORVEX_TEST_ARGS", "-o file Suite"}, {"_ORVEX_TEST_ARGS_", "'"}};
-    writeEnvironment(before);
-    { const OrvexTestCommandLineParser shortLived; }
-    expectState(newState, before);
-}
-
 }  // namespace

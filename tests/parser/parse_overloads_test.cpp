@@ -66,22 +66,17 @@ TEST_F(WideParse, ZeroArgcReturnsTrueAndReadsNothing) {
     expectNothingParsed(before);
 }
 
-TEST_F(PackedParse, ParsesTheFirstArgcStringsOfTheBlock) {
-    EXPECT_TRUE(parsePacked(4, {"prog", "-o", "out.xml", "\x01\x80\xFF b", "-w", "", "More"}));
+TEST_F(PackedParse, ParsesTheFirstArgcStringsOfTheBlockAndCopiesThem) {
+    char block[] = "prog\0-o\0out.xml\0\x01\x80\xFF b\0-w\0\0More";
+    const std::string before(block, sizeof block);
+    EXPECT_TRUE(parser.Parse(4, block));
+    EXPECT_EQ(std::string(block, sizeof block), before);
+    std::fill(block, block + sizeof block, '?');
     EXPECT_EQ(parser.getApplicationName(), "prog");
     EXPECT_FALSE(parser.waitBeforeExit());
     EXPECT_EQ(parser.getOutputFilename(), "out.xml");
     EXPECT_EQ(parser.getXmlFilename(), "fromVariable");
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("\x01\x80\xFF b"));
-}
-
-TEST_F(PackedParse, CopiesTheBlockAndDoesNotChangeIt) {
-    char block[] = "prog\0Suite";
-    EXPECT_TRUE(parser.Parse(2, block));
-    EXPECT_EQ(std::string(block, sizeof block), std::string("prog\0Suite\0", 11));
-    std::fill(block, block + sizeof block, '?');
-    EXPECT_EQ(parser.getApplicationName(), "prog");
-    EXPECT_THAT(parser.getTestPaths(), ElementsAre("Suite"));
 }
 
 TEST_F(PackedParse, EmptyStringOrNegativeArgcReturnsFalseAndChangesNothing) {

@@ -78,12 +78,6 @@ TEST_F(Record, EmptyOrAbsentValueLeavesTheDefault) {
     }
 }
 
-TEST_F(Record, IsNotFilledFromTheVariables) {
-    writeEnvironment({{"TEST_SESSION_GUID", "guid"}, {"TEST_SESSION_GROUP", "a"}, {"TRANSPORT_LAYER", "b"}});
-    EXPECT_TRUE(parse(parser, {"app"}));
-    EXPECT_THAT(recordOf(parser), ContainerEq(defaultRecord));
-}
-
 TEST_F(Record, TwoEmptyTransportLayersAreNotTheDefault) {
     EXPECT_TRUE(parse(parser, words("app -tl= -tl=")));
     EXPECT_EQ(parser.getTestRunInformation().transportLayers, ",");
@@ -94,11 +88,6 @@ TEST_F(Record, NamesThatOnlyTheUsageTextHasFillNothing) {
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("a", "b", "c"));
     EXPECT_TRUE(parse(parser, words("app -tdc_name=a -tdc_pcname=b -tdc_osname=c -tdc_variant=d")));
     EXPECT_THAT(recordOf(parser), ContainerEq(defaultRecord));
-}
-
-TEST_F(Record, ParseThatFailsBeforeLeavesItUnchanged) {
-    EXPECT_FALSE(parse(parser, words("app -tdc_guid 1 -tl A -packetsize x")));
-    EXPECT_THAT(recordOf(parser), ContainerEq(emptyRecord));
 }
 
 }  // namespace
