@@ -70,6 +70,7 @@ TEST_F(ExpandReferences, TextOfOneOrTwoBytesOnlyGetsALonePercentDoubled) {
         {"%$", "%%$", 1},
         {"%%", "%%", 0},
         {"$$", "$$", 0},
+        {"$", "$", 0},
     });
 }
 

@@ -67,6 +67,17 @@ TEST_F(Registry, ScansAddUpAndOnlyTheFirstProgramNameIsKept) {
     EXPECT_TRUE(registry.hasOption("w") && registry.hasOption("o"));
 }
 
+TEST(RegistryInAMode, StoresWhatAScanInThatModeFinds) {
+    OptionRegistry grouped(OptionRegistry::GroupedShortFlags);
+    grouped.addValueOptions({"o"});
+    grouped.parseTokens(words("app -ab -co V --de -o W"));
+    EXPECT_TRUE(grouped.hasOption("b") && grouped.hasOption("c") && grouped.hasOption("de"));
+    EXPECT_EQ(grouped.getSingleValue("o"), "W");
+    OptionRegistry other(OptionRegistry::UnknownTakesValue | OptionRegistry::NoInlineValue);
+    other.parseTokens(words("app -x=1 V"));
+    EXPECT_EQ(other.getSingleValue("x=1"), "V");
+}
+
 TEST_F(Registry, NameRegisteredBothWaysIsAMultiValueOption) {
     registry.addValueOptions({"tl"});
     registry.parseTokens(words("app -tl A -tl=B"));

@@ -85,6 +85,13 @@ TEST_F(Parse, HelpAndWaitAreFlagsOfExactlyTheseNames) {
     }
 }
 
+TEST_F(Parse, NegativeNumbersAndEmptyStringsAreNotOptions) {
+    EXPECT_TRUE(parse(parser, words("app -5 '' -o -6 -x -.x - Suite")));
+    EXPECT_THAT(parser.getTestPaths(), ElementsAre("-5", "", "Suite"));
+    EXPECT_EQ(parser.getOutputFilename(), "-6");
+    EXPECT_EQ(parser.getXmlFilename(), "");
+}
+
 TEST_F(Parse, LongValuesAreKeptWhole) {
     const std::string value(1 << 20, 'v');
     set("ORVEX_TEST_ARGS", "-o '" + value + "'");
