@@ -23,19 +23,13 @@ public:
             const auto place = std::mismatch(first.begin(), first.end(), second.begin(), second.end()).first;
             const auto equal = static_cast<std::size_t>(place - first.begin());
             const std::size_t start = equal > 40 ? equal - 20 : 0;
-            text += std::string("  ") + what + ": the library has " + part(first, start) + ", the model " +
-                    part(second, start) + "\n";
+            const char* const cut = start > 0 ? "..." : "";
+            text += std::string("  ") + what + ": the library has " + cut + first.substr(start, 100) +
+                    ", the model " + cut + second.substr(start, 100) + "\n";
         }
     }
 
     std::string text;
-
-private:
-    static std::string part(const std::string& whole, std::size_t start) {
-        constexpr std::size_t most = 100;
-        return (start > 0 ? "..." : "") + whole.substr(start, most) +
-               (whole.size() > start + most ? "..." : "");
-    }
 };
 
 // The result of a call, or the message of its exception.

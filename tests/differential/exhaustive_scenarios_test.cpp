@@ -33,6 +33,14 @@ std::string joined(const Strings& list) {
     return text;
 }
 
+model::Environment everyVariable(const std::string& value) {
+    model::Environment environment;
+    for (const char* name : knownVariables) {
+        environment[name] = value;
+    }
+    return environment;
+}
+
 // All ways to write an option or a number, and every kind of option.
 const Strings tokens = words(
     "'' a - -- --- -o --o ---o -o= -o=b -tl --tl -tl=A -tl= -p -p=k=v -w -w=1 -help -? -u -u=1 -= --=x "
@@ -46,25 +54,18 @@ TEST(ExhaustiveTokens, EveryListAfterTheProgramNameAndWithoutOne) {
     });
 }
 
-TEST(ExhaustiveTokens, EveryListSpreadOverTheThreeSources) {
+TEST(ExhaustiveTokens, EveryListSpreadOverTheSourcesAndOverTwoParses) {
     Cases cases;
     forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
         for (std::size_t first = 0; first <= list.size(); ++first) {
+            const Strings beginning = part(list, 0, first);
+            cases(Scenario{
+                {narrow(beginning), Call{Form::Narrow, Strings{"other"} + part(list, first, list.size())}}});
             for (std::size_t second = first; second <= list.size(); ++second) {
                 cases(Scenario{{narrow(part(list, first, second))},
-                               {{"ORVEX_TEST_ARGS", joined(part(list, 0, first))},
+                               {{"ORVEX_TEST_ARGS", joined(beginning)},
                                 {"_ORVEX_TEST_ARGS_", joined(part(list, second, list.size()))}}});
             }
-        }
-    });
-}
-
-TEST(ExhaustiveTokens, EveryListSpreadOverTwoParses) {
-    Cases cases;
-    forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
-        for (std::size_t first = 0; first <= list.size(); ++first) {
-            cases(Scenario{{narrow(part(list, 0, first)),
-                            Call{Form::Narrow, Strings{"other"} + part(list, first, list.size())}}});
         }
     });
 }
@@ -84,11 +85,7 @@ TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
     Cases cases;
     Scenario scenario;
     // An old value shows which variables are set.
-    for (const std::string& name :
-         words("ORVEX_DEVICE_FILTER ORVEX_GIGE_STREAMPARAMS ORVEX_CAMEMU TEST_PROPERTIES "
-               "TEST_SESSION_GUID TEST_PRODUCT VCS_BRANCH")) {
-        scenario.environment[name] = "old";
-    }
+    scenario.environment = everyVariable("old");
     for (const std::string& firstWay : part(ways, 0, quickOrDeep(1, ways.size()))) {
         for (const std::string& firstName : names) {
             for (const std::string& secondWay : ways) {
@@ -105,31 +102,16 @@ TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
     }
 }
 
-// One byte of each kind that the tokenizer distinguishes, and one that matters elsewhere.
-void compareEveryValue(const char* variable, const std::string& classes, std::size_t maximum,
-                       const std::vector<Call>& calls) {
+// One byte of each kind that the tokenizer distinguishes, and a dash. The program name is an option, to see
+// how often it is scanned.
+TEST(ExhaustiveVariables, EveryValue) {
     Cases cases;
-    Scenario scenario;
-    scenario.calls = calls;
-    forEvery(classes, maximum, cases, [&](const std::string& text) {
-        scenario.environment[variable] = text;
-        cases(scenario);
-    });
-}
-
-// The program name is an option, to see how often it is scanned.
-TEST(ExhaustiveVariables, EveryValueBeforeTheCommandLine) {
-    compareEveryValue("ORVEX_TEST_ARGS", " \t\"'\\a\n", quickOrDeep(5, 7),
-                      {{Form::Narrow, {"-tl=A", "-o", "b"}}});
-}
-
-TEST(ExhaustiveVariables, EveryValueAfterTheCommandLine) {
-    compareEveryValue("_ORVEX_TEST_ARGS_", " \t\"'\\-\xFF", quickOrDeep(5, 7), {narrow({"-o", "b"})});
-}
-
-TEST(ExhaustiveVariables, EveryValueOfAVariableOfTheCaller) {
-    compareEveryValue("MY_ARGS", " \t\"'\\a\n", quickOrDeep(4, 6),
-                      {Call{Form::Variable, {"MY_ARGS", "app"}}, narrow({"-o", "b"})});
+    for (const char* variable : {"ORVEX_TEST_ARGS", "_ORVEX_TEST_ARGS_", "MY_ARGS"}) {
+        forEvery(std::string(" \t\"'\\-\n"), quickOrDeep(4, 6), cases, [&](const std::string& text) {
+            cases(Scenario{{{Form::Variable, {"MY_ARGS", "app"}}, {Form::Narrow, {"-tl=A", "-o", "b"}}},
+                           {{variable, text}}});
+        });
+    }
 }
 
 Strings transportLayers() {
@@ -163,14 +145,9 @@ TEST(ExhaustiveTransport, EveryMixOfNumbers) {
     for (const KnownOption& option : numbers()) {
         options.push_back(std::string("-") + option.name + "=");
     }
-    model::Environment allSet;
-    for (const char* name : knownVariables) {
-        allSet[name] = "old";
-    }
-    allSet["ORVEX_GTC_USE_EXTRA_TL"] = "";
     Cases cases;
     for (const std::string& layer : words("'' DravikUsb DravikGigE:SocketDriver DravikGTC")) {
-        for (const model::Environment& environment : {model::Environment(), allSet}) {
+        for (const model::Environment& environment : {model::Environment(), everyVariable("old")}) {
             forEvery(part(texts, 0, quickOrDeep(6, texts.size())), options.size(), cases,
                      [&](const Strings& values) {
                          Strings arguments = {"-tl=" + layer, "-p=k=v"};

@@ -216,14 +216,9 @@ std::pair<int, std::string> expand(const std::string& text, const Environment& e
     while (i < input.size()) {
         const std::string two = input.substr(i, 2);
         const bool isPercent = input[i] == '%';
-        if (two == "$$") {
-            output += '$';
-            i += 2;
-            continue;
-        }
         if (!isPercent && two != "$(") {
             output += input[i];
-            i += 1;
+            i += two == "$$" ? 2 : 1;
             continue;
         }
         const std::size_t begin = i + (isPercent ? 1 : 2);
