@@ -16,7 +16,7 @@ TEST_F(HelpMessage, WithoutAnyNameIsTheUsageTextAlone) {
 }
 
 TEST_F(HelpMessage, BeginsWithTheGivenNameOrElseTheParsedOne) {
-    const std::string name("my \xC3\xA9%s a\0b", 12);
+    const std::string name("my \xC3\xA9%s a\0b", 11);
     EXPECT_EQ(parser.getHelpMessage(name), name + " " + usageText);
     ASSERT_FALSE(parse(parser, words("./mytest -? -packetsize x TestSuiteUsb")));
     EXPECT_EQ(parser.getHelpMessage(""), std::string("./mytest ") + usageText);
