@@ -69,7 +69,8 @@ private:
     bool hasFailed = false;
 };
 
-// Visits every sequence of up to maximum of the items that starts like this one, as long as nothing differs.
+// Visits the sequence and each longer one that starts with it, up to this many items, as long as nothing
+// differs.
 template <typename Sequence, typename Visit>
 void forEvery(const Sequence& items, std::size_t maximum, const Cases& cases, const Visit& visit,
               const Sequence& start = {}) {

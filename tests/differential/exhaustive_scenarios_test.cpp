@@ -140,19 +140,16 @@ TEST(ExhaustiveTransport, EveryListInOneOptionAndInSeveral) {
 }
 
 TEST(ExhaustiveTransport, EveryMixOfNumbers) {
-    const Strings texts = words("''|0|9x|x|/|:|-5| 5|5", '|');
-    Strings options;
-    for (const KnownOption& option : numbers()) {
-        options.push_back(std::string("-") + option.name + "=");
-    }
+    const Strings values = words("''|0|9x|x|/|:|-5| 5|5", '|');
+    const std::vector<KnownOption> options = numbers();
     Cases cases;
     for (const std::string& layer : words("'' DravikUsb DravikGigE:SocketDriver DravikGTC")) {
         for (const model::Environment& environment : {model::Environment(), everyVariable("old")}) {
-            forEvery(part(texts, 0, quickOrDeep(6, texts.size())), options.size(), cases,
-                     [&](const Strings& values) {
+            forEvery(part(values, 0, quickOrDeep(6, values.size())), options.size(), cases,
+                     [&](const Strings& chosen) {
                          Strings arguments = {"-tl=" + layer, "-p=k=v"};
-                         for (std::size_t i = 0; i < values.size(); ++i) {
-                             arguments.push_back(options[i] + values[i]);
+                         for (std::size_t i = 0; i < chosen.size(); ++i) {
+                             arguments.push_back("-" + std::string(options[i].name) + "=" + chosen[i]);
                          }
                          cases(Scenario{{narrow(arguments)}, environment});
                      });

@@ -98,7 +98,7 @@ Difference replayExpansion(const std::string& text) {
     // Values that look like references, empty ones, and names of special bytes.
     static const model::Environment variables = {
         {"A", "$(B)%A%"},  {"B", "100%"},    {"C", "$("},  {"D", "$$"},   {"E", ""},
-        {"HOMEDIR", "/h"}, {" ", "blank"},   {"$", "%%"},  {"(", "$(A)"}, {"$(A", "%E%"},
+        {"HOMEDIR", "/h"}, {" ", "space"},   {"$", "%%"},  {"(", "$(A)"}, {"$(A", "%E%"},
         {"\xFF", "\x80%"}, {"\n", "line\n"}, {"F", "x=y"}, {"%", "lone"}, {"a)b", "never"}};
     const ProcessEnvironment environment(variables);
     return findExpansionDifference(text, variables);

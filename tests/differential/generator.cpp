@@ -1,4 +1,4 @@
-// Random scenarios, from a grammar of their texts.
+// Random scenarios, from a grammar of their text form.
 
 #include "differential/scenario.h"
 #include "support/arguments.h"

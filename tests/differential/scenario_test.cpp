@@ -16,14 +16,14 @@ namespace {
 
 using namespace differential;
 
-TEST(ScenarioText, IsReadAsTheScenarioThatItDescribes) {
+TEST(ScenarioText, ReadsBackAsTheSameScenario) {
     for (std::uint64_t seed = 1; seed <= 1000; ++seed) {
         const std::string text = describe(scenarioFromSeed(seed));
         ASSERT_EQ(describe(scenarioOf(text)), text);
     }
 }
 
-TEST(ScenarioText, IsReadFromAnyBytes) {
+TEST(ScenarioText, CanBeAnyBytes) {
     const std::pair<const char*, const char*> examples[] = {
         {"", ""},
         {"app", ">narrow\n app\n"},
@@ -62,7 +62,7 @@ TEST(Shrink, LeavesOnlyWhatTheFailureNeeds) {
     }
 }
 
-TEST(Differences, ShowWhereTheTwoPart) {
+TEST(Differences, ShowTheFirstDifference) {
     Differences compare;
     compare("same", std::string("a"), "a");
     compare("string", std::string(50, 'a') + "\n", std::string(50, 'a'));

@@ -63,7 +63,7 @@ TEST_F(ExpandReferences, LonePercentIsDoubled) {
     });
 }
 
-TEST_F(ExpandReferences, TextOfOneOrTwoBytesOnlyGetsALonePercentDoubled) {
+TEST_F(ExpandReferences, StringOfOneOrTwoBytesOnlyGetsALonePercentDoubled) {
     expectExpansions({
         {"%", "%%", 1},
         {"a%", "a%%", 1},
@@ -74,14 +74,14 @@ TEST_F(ExpandReferences, TextOfOneOrTwoBytesOnlyGetsALonePercentDoubled) {
     });
 }
 
-TEST_F(ExpandReferences, NulEndsATextWithReferences) {
+TEST_F(ExpandReferences, NulEndsAStringWithReferences) {
     expectExpansions({
         {std::string("ab\0cd", 5), std::string("ab\0cd", 5), 0},
         {std::string("$(HOMEDIR)\0$(EMPTY)", 19), "/h", 1},
     });
 }
 
-TEST_F(ExpandReferences, FourTimesTheSizeOfTheTextIsReserved) {
+TEST_F(ExpandReferences, FourTimesTheSizeOfTheStringIsReserved) {
     std::string text = std::string(999, 'a') + "%";
     EXPECT_EQ(orvex::expandEnvironmentReferences(text), 0);
     EXPECT_GE(text.capacity(), 4 * 1000U);

@@ -26,7 +26,7 @@ TEST(SplitString, AppendsThePartsBetweenTheDelimiters) {
     }
 }
 
-TEST(SplitString, ReturnsFalseAndAppendsNothingForNoTextOrANulDelimiter) {
+TEST(SplitString, ReturnsFalseAndAppendsNothingForAnEmptyStringOrANulDelimiter) {
     Strings parts = {"before"};
     EXPECT_FALSE(orvex::splitString(nullptr, ':', parts));
     EXPECT_FALSE(orvex::splitString("", ':', parts));

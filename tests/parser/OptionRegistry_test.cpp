@@ -67,7 +67,7 @@ TEST_F(Registry, ScansAddUpAndOnlyTheFirstProgramNameIsKept) {
     EXPECT_TRUE(registry.hasOption("w") && registry.hasOption("o"));
 }
 
-TEST(RegistryInAMode, StoresWhatAScanInThatModeFinds) {
+TEST(RegistryMode, DecidesWhatAScanStores) {
     OptionRegistry grouped(OptionRegistry::GroupedShortFlags);
     grouped.addValueOptions({"o"});
     grouped.parseTokens(words("app -ab -co V --de -o W"));
@@ -114,7 +114,7 @@ TEST_F(Registry, PositionalsBeyondTheLastAreEmpty) {
 }
 
 // An argument cannot hold a NUL, but the registry does not decide that.
-TEST_F(Registry, NulIsAByteLikeOthers) {
+TEST_F(Registry, NulIsAnOrdinaryByte) {
     const std::string nul(1, '\0');
     registry.parseTokens({"app" + nul + "x", "-n" + nul + "x=1", "-n=2", "-f" + nul, "-tl", nul});
     EXPECT_THAT(registry.getPositionals(), ElementsAre("app" + nul + "x"));

@@ -30,7 +30,7 @@ TEST_F(Parse, FillsTheAccessorsAndSetsTheVariables) {
                  {"TRANSPORT_LAYER", "DravikGigE:SocketDriver"}});
 }
 
-TEST_F(Parse, OnlyZeroArgcReturnsTrueWithoutArgumentsAndNothingChanges) {
+TEST_F(Parse, WithoutArgumentsNothingChangesAndOnlyZeroArgcReturnsTrue) {
     set("ORVEX_TEST_ARGS", "-o fromVariable SuiteA");
     const Environment before = readEnvironment();
     Arguments arguments(words("app -w Suite"));

@@ -65,11 +65,11 @@ TEST(OptionScanner, FirstEqualsSignEndsTheNameOfAnyOption) {
     EXPECT_EQ(findings("-x=-a=b -o= -u=1 -=v --tl=A Suite"), "x=-a=b o='' u=1 =v tl=A Suite");
 }
 
-TEST(OptionScanner, AnyOtherOptionIsAFlag) {
+TEST(OptionScanner, UnregisteredOptionIsAFlag) {
     EXPECT_EQ(findings("app -w V -H - Suite"), "app [w] V [H] [-] Suite");
 }
 
-TEST(OptionScanner, ModeWithoutAKnownBitIsThatOfTheParser) {
+TEST(OptionScanner, UnknownModeBitsAreIgnored) {
     EXPECT_EQ(findings("app -ab V -u=1 -o W", 0xFFFFFFF0), "app [ab] V u=1 o:W");
 }
 

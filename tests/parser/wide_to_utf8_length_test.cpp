@@ -54,7 +54,7 @@ private:
     char* start = nullptr;
 };
 
-TEST(WideToUtf8Length, CountsUpToTheLargestIntAndRefusesOneByteMore) {
+TEST(WideToUtf8Length, CountsUpToTheLargestIntAndRejectsOneByteMore) {
     const RepeatedString repeated;
     ASSERT_NE(repeated.string(), nullptr);
     // One code point less than there are, one of two bytes, and the terminator.

@@ -48,14 +48,14 @@ TEST(WideToUtf8, ConvertsTheFirstAndTheLastCodePointOfEachLength) {
     }
 }
 
-TEST(WideToUtf8, RefusesLargerNumbersUpToTheTerminator) {
+TEST(WideToUtf8, RejectsValuesAboveUnicodeBeforeTheTerminator) {
     expectConversion(L"ab" + codePoint(0x110000), 4, -2, "abZZ");
     expectConversion(codePoint(0x80000041), 1, -2, "Z");
     expectConversion(codePoint(0xFFFFFFFF), 1, -2, "Z");
     expectConversion(L"a" + codePoint(0) + codePoint(0x110000), 2, 2, "a0");
 }
 
-TEST(WideToUtf8, RefusesANullSourceAndANegativeSize) {
+TEST(WideToUtf8, RejectsANullSourceAndANegativeSize) {
     char untouched = 'Z';
     EXPECT_EQ(convertWideToUtf8(nullptr, nullptr, 0), -1);
     EXPECT_EQ(convertWideToUtf8(nullptr, &untouched, 1), -1);

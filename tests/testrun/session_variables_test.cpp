@@ -29,7 +29,7 @@ const struct {
 
 using SessionVariables = ParserTest;
 
-TEST_F(SessionVariables, AreSetByTheirOptionsInThisOrder) {
+TEST_F(SessionVariables, AreSetByTheirOptionsInOrder) {
     static Strings settings;
     Strings arguments = {"app"};
     Strings expected;
