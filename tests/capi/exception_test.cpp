@@ -65,14 +65,6 @@ TEST_F(CInterfaceException, HelpMessageThrowsWithoutMemoryAndWritesNothing) {
     });
 }
 
-TEST_F(CInterfaceException, HelpMessageThrowsWhatIsNotAStdException) {
-    inFreshProcess([] {
-        OrvexTestCommandLineParser_GetHelpRequested();
-        const Failure failure(FaultyCall::StrangeAllocation);
-        EXPECT_THROW(OrvexTestCommandLineParser_GetHelpMessage("prog", nullptr, 0), int);
-    });
-}
-
 TEST_F(CInterfaceException, GettersAllocateNothingOnceTheParserExists) {
     inFreshProcess([] {
         char information[ORVEX_TEST_RUN_INFORMATION_SIZE];
