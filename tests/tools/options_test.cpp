@@ -1,180 +1,163 @@
-// The option table of show_arguments, row by row, against what the library does with the option.
+// The option table of show_arguments against what the library does with each option.
 
 #include "show_arguments/options.h"
 
-#include "show_arguments/observation.h"
+#include "OrvexTestCommandLineParser.h"
+#include "show_arguments/report.h"
 #include "support/arguments.h"
 #include "support/clean_environment.h"
 #include "support/known_options.h"
 
 #include <gmock/gmock.h>
-#include <algorithm>
-#include <iterator>
 #include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
 
 namespace {
 
-using ::testing::ElementsAreArray;
-
+using tool::OptionKind;
+using tool::ToolOption;
 using Names = std::set<std::string_view>;
+using Values = std::set<std::pair<std::string_view, std::variant<bool, std::string>>>;
+
+std::string dashed(const ToolOption& option) {
+    return "-" + std::string(option.name);
+}
 
 tool::Observation observe(const std::string& commandLine) {
+    writeEnvironment({});
     Arguments arguments(words("app " + commandLine));
     return tool::observeParse(arguments.argc(), arguments.argv());
 }
 
-std::string dashed(const tool::ToolOption& option) {
-    return "-" + std::string(option.name);
+// Everything that a parse sets, by name.
+Values allValues(const std::string& commandLine) {
+    const tool::Observation seen = observe(commandLine);
+    Values values;
+    for (const tool::Accessor& accessor : seen.accessors) {
+        values.emplace(accessor.name, accessor.value);
+    }
+    for (const tool::Field& field : seen.record) {
+        values.emplace(field.name, field.value);
+    }
+    for (const tool::Variable& variable : seen.variables) {
+        values.emplace(variable.name, variable.after);
+    }
+    return values;
 }
 
-// A value that makes the option set all that it can.
-std::string valueFor(const tool::ToolOption& option) {
-    return option.name == "tl" ? "DravikGTC,DravikGigE:Driver" : "7";
-}
-
-// The names of what the two parses leave different.
-Names findDifferences(const tool::Observation& left, const tool::Observation& right) {
+// The names of what the second command line sets to other values than the first.
+Names findDifferences(const std::string& first, const std::string& second) {
+    const Values values = allValues(first);
     Names names;
-    for (std::size_t i = 0; i < left.accessors.size(); ++i) {
-        if (left.accessors[i].value != right.accessors[i].value) {
-            names.insert(left.accessors[i].name);
-        }
-    }
-    for (std::size_t i = 0; i < left.record.size(); ++i) {
-        if (left.record[i].value != right.record[i].value) {
-            names.insert(left.record[i].name);
-        }
-    }
-    for (std::size_t i = 0; i < left.variables.size(); ++i) {
-        if (left.variables[i].after != right.variables[i].after) {
-            names.insert(left.variables[i].name);
+    for (const auto& value : allValues(second)) {
+        if (values.count(value) == 0) {
+            names.insert(value.first);
         }
     }
     return names;
 }
 
-class ToolOptions : public CleanEnvironmentTest {
-protected:
-    static std::vector<const tool::ToolOption*> numbers() {
-        std::vector<const tool::ToolOption*> found;
-        for (const tool::ToolOption& option : tool::toolOptions()) {
-            if (option.kind == tool::OptionKind::Number) {
-                found.push_back(&option);
-            }
-        }
-        return found;
-    }
-};
+class ToolOptions : public CleanEnvironmentTest {};
 
 TEST_F(ToolOptions, SetWhatTheTableSays) {
-    for (const tool::ToolOption& option : tool::toolOptions()) {
-        writeEnvironment({});
-        const tool::Observation without = observe("");
-        writeEnvironment({});
-        const bool isFlag = option.kind == tool::OptionKind::Flag;
-        const tool::Observation with = observe(dashed(option) + (isFlag ? "" : "=" + valueFor(option)));
-        Names expected(option.fields.begin(), option.fields.end());
-        expected.insert(option.variables.begin(), option.variables.end());
-        if (!option.accessor.empty()) {
-            expected.insert(option.accessor);
+    for (const ToolOption& option : tool::toolOptions()) {
+        const std::string value = option.name == "tl" ? "=DravikGTC,DravikGigE:Driver" : "=7";
+        const bool isFlag = option.kind == OptionKind::Flag;
+        EXPECT_EQ(findDifferences("", dashed(option) + (isFlag ? "" : value)),
+                  Names(option.sets.begin(), option.sets.end()))
+            << dashed(option);
+    }
+}
+
+TEST_F(ToolOptions, BehaveAsTheirKindSays) {
+    for (const ToolOption& option : tool::toolOptions()) {
+        const std::string name = dashed(option);
+        const bool isNumber = option.kind == OptionKind::Number;
+        const bool isMultiValue = option.kind == OptionKind::MultiValue;
+        const bool takesNext = option.kind == OptionKind::Value || isNumber || isMultiValue;
+        EXPECT_EQ(observe(name + " 7").testPaths.empty(), takesNext) << name;
+        EXPECT_EQ(observe(name + "=x").succeeded, !isNumber) << name;
+        EXPECT_EQ(!findDifferences(name + "=2", name + "=1 " + name + "=2").empty(), isMultiValue) << name;
+    }
+}
+
+TEST_F(ToolOptions, ListNumbersInTheOrderInWhichAParseChecksThem) {
+    std::vector<const ToolOption*> numbers;
+    for (const ToolOption& option : tool::toolOptions()) {
+        if (option.kind == OptionKind::Number) {
+            numbers.push_back(&option);
         }
-        EXPECT_EQ(findDifferences(without, with), expected) << dashed(option);
     }
-}
-
-TEST_F(ToolOptions, TakeTheNextArgumentAsTheirKindSays) {
-    for (const tool::ToolOption& option : tool::toolOptions()) {
-        const bool isTaken = option.kind == tool::OptionKind::Value ||
-                             option.kind == tool::OptionKind::Number ||
-                             option.kind == tool::OptionKind::MultiValue;
-        EXPECT_EQ(observe(dashed(option) + " " + valueFor(option)).testPaths.empty(), isTaken)
-            << dashed(option);
-    }
-}
-
-TEST_F(ToolOptions, AccumulateOrKeepTheLastValueAsTheirKindSays) {
-    for (const tool::ToolOption& option : tool::toolOptions()) {
-        if (option.kind == tool::OptionKind::Flag || option.kind == tool::OptionKind::Unread) {
-            continue;
-        }
-        const std::string argument = dashed(option) + "=";
-        writeEnvironment({});
-        const tool::Observation last = observe(argument + "2");
-        writeEnvironment({});
-        const tool::Observation both = observe(argument + "1 " + argument + "2");
-        EXPECT_EQ(findDifferences(last, both).empty(), option.kind != tool::OptionKind::MultiValue)
-            << dashed(option);
-    }
-}
-
-TEST_F(ToolOptions, EndTheParseIfTheyAreNumbersWithoutADigit) {
-    for (const tool::ToolOption& option : tool::toolOptions()) {
-        EXPECT_EQ(observe(dashed(option) + "=x").succeeded, option.kind != tool::OptionKind::Number)
-            << dashed(option);
-    }
-}
-
-TEST_F(ToolOptions, HaveTheNumbersInTheOrderInWhichAParseChecksThem) {
-    const std::vector<const tool::ToolOption*> options = numbers();
-    ASSERT_GE(options.size(), 4U);
-    for (std::size_t i = 1; i < options.size(); ++i) {
-        const std::string_view earlier = options[i - 1]->variables.at(0);
-        const std::string_view later = options[i]->variables.at(0);
-        writeEnvironment({});
-        const tool::Observation first = observe(dashed(*options[i - 1]) + " x " + dashed(*options[i]) + " 1");
-        EXPECT_FALSE(isSet(first.variable(later))) << later << " is set after a bad " << earlier;
-        writeEnvironment({});
-        const tool::Observation second =
-            observe(dashed(*options[i - 1]) + " 1 " + dashed(*options[i]) + " x");
-        EXPECT_TRUE(isSet(second.variable(earlier))) << earlier << " is not set before a bad " << later;
+    ASSERT_GE(numbers.size(), 4U);
+    for (std::size_t i = 1; i < numbers.size(); ++i) {
+        const std::string earlier = dashed(*numbers[i - 1]);
+        const std::string later = dashed(*numbers[i]);
+        EXPECT_EQ(observe(earlier + " x " + later + " 1").findSet(numbers[i]->sets[0]), nullptr)
+            << later << " is used after a bad " << earlier;
+        EXPECT_NE(observe(earlier + " 1 " + later + " x").findSet(numbers[i - 1]->sets[0]), nullptr)
+            << earlier << " is not used before a bad " << later;
     }
 }
 
 TEST(ToolOptionTable, HasEveryKnownOptionAndNoOther) {
-    Names known;
-    for (const KnownOption& option : knownOptions) {
-        known.insert(option.name);
-    }
-    Names inTable;
-    for (const tool::ToolOption& option : tool::toolOptions()) {
-        if (option.kind != tool::OptionKind::Unread) {
-            EXPECT_TRUE(inTable.insert(option.name).second) << option.name;
+    std::vector<std::string> names;
+    for (const ToolOption& option : tool::toolOptions()) {
+        if (option.kind != OptionKind::Unread) {
+            names.emplace_back(option.name);
         }
     }
-    EXPECT_EQ(inTable, known);
+    EXPECT_THAT(names, ::testing::UnorderedElementsAreArray(optionNames()));
 }
 
-TEST(ToolOptionTable, NamesAnOptionThatWorksForEachOneThatOnlyTheUsageTextNames) {
+TEST(ToolOptionTable, NamesAWorkingOptionForEachThatOnlyTheUsageTextNames) {
     const std::string usage = OrvexTestCommandLineParser().getHelpMessage("");
-    for (const tool::ToolOption& option : tool::toolOptions()) {
-        if (option.kind == tool::OptionKind::Unread) {
+    for (const ToolOption& option : tool::toolOptions()) {
+        if (option.kind == OptionKind::Unread) {
             EXPECT_THAT(usage, ::testing::HasSubstr("[" + dashed(option) + " "));
             ASSERT_NE(tool::findOption(option.instead), nullptr) << option.name;
-            EXPECT_EQ(tool::findOption(option.instead)->kind, tool::OptionKind::Value) << option.name;
+            EXPECT_EQ(tool::findOption(option.instead)->kind, OptionKind::Value) << option.name;
         }
     }
 }
 
-class ObservedVariables : public CleanEnvironmentTest {};
-
-TEST_F(ObservedVariables, AreAllThatAParseCanSetInTheOrderInWhichItDoes) {
-    std::vector<std::string_view> names;
-    for (const tool::Variable& variable : tool::observeParse(0, nullptr).variables) {
-        names.push_back(variable.name);
+TEST(SuggestOption, FindsTheOptionThatWasMeant) {
+    const char* const rows[][2] = {
+        // the same name except for case, "-", "_" and "tdc_"
+        {"HELP", "help"},
+        {"O", "o"},
+        {"TL", "tl"},
+        {"packet-size", "packetsize"},
+        {"tdc-run-name", "tdc_runname"},
+        {"guid", "tdc_guid"},
+        {"tdc_testname", "testname"},
+        {"tdc_pc_name", "pcname"},
+        // the start of one option
+        {"packets", "packetsize"},
+        {"tdc_prod", "tdc_product"},
+        {"cam", "camemu"},
+        // typing errors
+        {"hlep", "help"},
+        {"packetsise", "packetsize"},
+        {"pakcetsise", "packetsize"},
+        {"camemi", "camemu"},
+        {"camem", "camemu"},
+        {"ccamemu", "camemu"},
+    };
+    for (const auto& [name, option] : rows) {
+        EXPECT_EQ(tool::suggestOption(name), tool::findOption(option)) << name;
     }
-    EXPECT_THAT(names, ElementsAreArray(knownVariables));
 }
 
-TEST_F(ObservedVariables, LeaveTheEnvironmentAsTheParseLeavesIt) {
-    const std::string commandLine = "-tl DravikGTC,DravikGigE:S -packetdelay 7 -tdc_guid 1 -camemu x";
-    const Environment before = {{"ORVEX_DEVICE_FILTER", "old"}, {"TEST_PROPERTIES", "kept"}, {"OTHER", "x"}};
-    writeEnvironment(before);
-    OrvexTestCommandLineParser parser;
-    parse(parser, words("app " + commandLine));
-    const Environment expected = readEnvironment();
-    writeEnvironment(before);
-    observe(commandLine);
-    EXPECT_EQ(readEnvironment(), expected);
+TEST(SuggestOption, FindsNothingIfInDoubt) {
+    // Two are equally near; too short a start; too many errors; names of three letters or fewer; not read.
+    for (const char* name : {"packet", "hostname", "tdc_vcs", "pa", "he", "hallo", "pakcetzies", "bat", "tt",
+                             "-", "--", "tdc", "tdc_", "", "version", "verbose", "name", "host", "xml"}) {
+        EXPECT_EQ(tool::suggestOption(name), nullptr) << name;
+    }
 }
 
 }  // namespace

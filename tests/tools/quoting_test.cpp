@@ -3,21 +3,38 @@
 #include "parser/argument_tokenizer.h"
 
 #include <gmock/gmock.h>
+#include <cstddef>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace {
 
 using ::testing::ElementsAre;
 
-TEST(QuotedForVariable, IsOneArgumentOfTheTokenizerWhateverTheString) {
-    const std::string alphabet = "a \t\n\"'\\";
+// Every string of up to this many of the bytes that the tokenizer tells apart.
+std::vector<std::string> shortStrings(std::size_t length) {
     std::vector<std::string> strings = {""};
-    for (std::size_t i = 0; strings[i].size() < 4; ++i) {
-        for (const char byte : alphabet) {
+    for (std::size_t i = 0; strings[i].size() < length; ++i) {
+        for (const char byte : {'a', ' ', '\t', '"', '\'', '\\', '\n'}) {
             strings.push_back(strings[i] + byte);
         }
     }
-    for (const std::string& text : strings) {
+    return strings;
+}
+
+bool canBeSplit(const std::string& text) {
+    std::vector<std::string> tokens;
+    try {
+        orvex::splitArgumentString(text, tokens);
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
+TEST(QuotedForVariable, IsOneArgumentOfTheTokenizerForEveryString) {
+    for (const std::string& text : shortStrings(4)) {
         std::vector<std::string> tokens;
         orvex::splitArgumentString("x " + tool::quotedForVariable(text) + " y", tokens);
         EXPECT_THAT(tokens, ElementsAre("x", text, "y"));
@@ -46,9 +63,29 @@ TEST(PlainOrQuoted, QuotesWhatCouldBeMistaken) {
 
 TEST(ColumnsOf, CountsWideCharactersTwice) {
     EXPECT_EQ(tool::columnsOf(""), 0U);
-    EXPECT_EQ(tool::columnsOf("abc"), 3U);
     EXPECT_EQ(tool::columnsOf("Größe"), 5U);
     EXPECT_EQ(tool::columnsOf("日本"), 4U);
+}
+
+TEST(ScanText, FindsAnUnterminatedQuoteExactlyWhereTheTokenizerFails) {
+    for (const std::string& text : shortStrings(5)) {
+        const auto quote = tool::scanText(text).unterminatedQuote;
+        ASSERT_EQ(!quote, canBeSplit(text)) << text;
+        if (quote) {
+            ASSERT_TRUE(canBeSplit(text.substr(0, *quote))) << text;
+            ASSERT_FALSE(canBeSplit(text.substr(0, *quote + 1))) << text;
+        }
+    }
+}
+
+TEST(ScanText, PutsSpacesInPlaceOfLineEndsOutsideQuotes) {
+    const char* const rows[][2] = {
+        {"-o f\n-w", "-o f -w"},         {"-o f\r\n-w\n", "-o f  -w "},          {"-o f \\\n-w", "-o f   -w"},
+        {"-o f\\\\\n-w", "-o f\\\\ -w"}, {"-o 'f\n' \"\n\"", "-o 'f\n' \"\n\""}, {"'\\\n'", "'\\\n'"},
+    };
+    for (const auto& [text, expected] : rows) {
+        EXPECT_EQ(tool::scanText(text).withoutLineEnds, expected);
+    }
 }
 
 }  // namespace

@@ -1,52 +1,50 @@
-#include "advice.h"
-
-#include "outcomes.h"
+#include "options.h"
 #include "parser/option_scanner.h"
 #include "quoting.h"
-#include "suggestion.h"
+#include "report.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <algorithm>
 #include <cctype>
+#include <cstddef>
 #include <cstdlib>
-#include <regex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 extern char** environ;
 
 namespace tool {
 namespace {
 
-// An argument and those that follow it in the same source.
+// An argument, and how many there are from here on.
 struct Place {
     const Argument& here;
     std::size_t count;
+    const std::string& driver;  // of DravikGigE, as a parse sets it
 
+    // The next argument in the same source; null if this is the last one.
     const Argument* next() const {
-        return count > 1 ? &here + 1 : nullptr;
+        return count > 1 && (&here)[1].source == here.source ? &here + 1 : nullptr;
     }
-    // Null when what follows at this distance is not a test path.
+    // Null if what follows at this distance is not a test path.
     const Argument* path(std::size_t distance) const {
-        const bool isPath = distance < count && (&here)[distance].kind == ArgumentKind::TestPath;
-        return isPath ? &here + distance : nullptr;
+        return distance < count && (&here)[distance].isTestPath ? &here + distance : nullptr;
     }
 };
 
 struct Finding {
-    std::string message;
+    std::string message = {};
     std::string correction = {};
     std::size_t covered = 1;  // how many arguments it is about, and the correction replaces
 };
 
 using Advice = std::optional<Finding>;
-using Layer = std::vector<std::string>;
 
 bool startsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
-}
-
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
 }
 
 bool isOf(OptionKind kind, const Argument& argument) {
@@ -88,13 +86,15 @@ std::string correct(const Place& place, const ToolOption& option, std::string_vi
     return fmt::format("-{} {}", option.name, quotedFor(place.here.source, value));
 }
 
-// The option in place of a name that is not read, with the value that was meant for it.
-Finding replaceName(const Place& place, const ToolOption& option, const std::string& message) {
+// The option in place of what was typed for it, with the value that was meant for it.
+Finding useOption(const Place& place, const ToolOption& option, const std::string& message) {
+    const std::string& token = place.here.tokens[0];
+    const std::size_t equals = token.find('=');
+    if (equals != std::string::npos) {
+        return {message, correct(place, option, token.substr(equals + 1))};
+    }
     if (option.kind == OptionKind::Flag) {
         return {message, quotedFor(place.here.source, fmt::format("-{}", option.name))};
-    }
-    if (place.here.kind == ArgumentKind::InlineValue) {
-        return {message, correct(place, option, place.here.value)};
     }
     const Argument* path = place.path(1);
     if (path == nullptr) {
@@ -112,49 +112,41 @@ Advice onlyUsageTextNamesOption(const Place& place) {
         return std::nullopt;
     }
     const ToolOption& option = *place.here.option;
-    return replaceName(place, *findOption(option.instead),
-                       fmt::format(R"("-{}" is in the usage text, but nothing reads it. Use "-{}".)",
-                                   option.name, option.instead));
+    return useOption(place, *findOption(option.instead),
+                     fmt::format(R"("-{}" is in the usage text, but nothing reads it. Use "-{}".)",
+                                 option.name, option.instead));
 }
 
-struct AttachedValue {
-    const ToolOption* option = nullptr;
-    std::string_view value = {};
-};
-
-// An unknown option may be a known one with its value attached: "-oresult.txt", "-packetsize:1500".
-AttachedValue findAttachedValue(const Argument& argument) {
-    const std::string_view text = orvex::withoutLeadingDashes(argument.tokens[0]);
-    AttachedValue found;
+// The option with the longest name that the text begins with.
+const ToolOption* findPrefix(std::string_view text) {
+    const ToolOption* longest = nullptr;
     for (const ToolOption& option : toolOptions()) {
-        const bool isLonger = found.option == nullptr || option.name.size() > found.option->name.size();
+        const bool isLonger = longest == nullptr || option.name.size() > longest->name.size();
         if (isLonger && startsWith(text, option.name) && option.kind != OptionKind::Unread) {
-            found = {&option, text.substr(option.name.size())};
+            longest = &option;
         }
     }
-    const bool hasColon = startsWith(found.value, ":");
-    found.value.remove_prefix(hasColon ? 1
-                                       : std::min(found.value.find_first_not_of(' '), found.value.size()));
-    if (found.option == nullptr || !isUsableValue(*found.option, found.value)) {
-        return {};
-    }
-    // "-output" is more likely a misspelt name than "-o utput".
-    const char first = found.value.front();
-    const bool isWord =
-        (std::islower(static_cast<unsigned char>(first)) != 0 || first == '_' || first == '-') &&
-        argument.name.find_first_of("./") == std::string::npos;
-    return hasColon || !isWord ? found : AttachedValue();
+    return longest;
 }
 
+// "-oresult.txt", "-packetsize1500", "-packetsize:1500"
 Advice valueIsAttached(const Place& place) {
-    const AttachedValue attached =
-        isUnknownOption(place.here) ? findAttachedValue(place.here) : AttachedValue();
-    if (attached.option == nullptr) {
+    const std::string_view text = orvex::withoutLeadingDashes(place.here.tokens[0]);
+    const ToolOption* option = isUnknownOption(place.here) ? findPrefix(text) : nullptr;
+    if (option == nullptr) {
+        return std::nullopt;
+    }
+    std::string_view value = text.substr(option->name.size());
+    // "-output" is more likely a misspelt name than "-o utput".
+    const bool isWord = value.find_first_of("abcdefghijklmnopqrstuvwxyz_-") == 0 &&
+                        place.here.name.find_first_of("./") == std::string::npos;
+    value.remove_prefix(std::min(value.find_first_not_of(": "), value.size()));
+    if (isWord || !isUsableValue(*option, value)) {
         return std::nullopt;
     }
     return Finding{fmt::format("{} is not a known option. A value is a separate argument.",
                                inQuotes(place.here.tokens[0])),
-                   correct(place, *attached.option, attached.value)};
+                   correct(place, *option, value)};
 }
 
 Advice optionIsUnknown(const Place& place) {
@@ -162,15 +154,12 @@ Advice optionIsUnknown(const Place& place) {
         return std::nullopt;
     }
     const std::string message = fmt::format("{} is not a known option", inQuotes(place.here.tokens[0]));
-    const std::string_view suggestion = suggestOption(place.here.name);
-    if (suggestion.empty()) {
-        const Argument* path = place.path(1);
-        const bool isFollowed = place.here.kind == ArgumentKind::Flag && path != nullptr;
-        return Finding{message + " and is ignored." +
-                       (isFollowed ? fmt::format(" {} became a test path.", inQuotes(path->value)) : "")};
+    if (const ToolOption* option = suggestOption(place.here.name)) {
+        return useOption(place, *option, fmt::format(R"({}. Did you mean "-{}"?)", message, option->name));
     }
-    return replaceName(place, *findOption(suggestion),
-                       fmt::format(R"({}. Did you mean "-{}"?)", message, suggestion));
+    const Argument* path = place.here.kind == orvex::Finding::Flag ? place.path(1) : nullptr;
+    return Finding{message + " and is ignored." +
+                   (path == nullptr ? "" : fmt::format(" {} became a test path.", inQuotes(path->value)))};
 }
 
 Advice equalsSignIsSpaced(const Place& place) {
@@ -179,13 +168,13 @@ Advice equalsSignIsSpaced(const Place& place) {
         return std::nullopt;
     }
     // What follows the name, "=" included, in as many test paths as it takes.
-    std::string text = (place.here.kind == ArgumentKind::InlineValue ? "=" : "") + place.here.value;
+    std::string text = (place.here.kind == orvex::Finding::InlineValue ? "=" : "") + place.here.value;
     std::size_t covered = 1;
     while ((text.empty() || text == "=") && place.path(covered) != nullptr) {
         text += place.path(covered)->value;
         ++covered;
     }
-    const bool isSpaced = place.here.kind != ArgumentKind::InlineValue || covered > 1;
+    const bool isSpaced = place.here.kind != orvex::Finding::InlineValue || covered > 1;
     if (!isSpaced || !startsWith(text, "=") || !isUsableValue(*option, text.substr(1))) {
         return std::nullopt;
     }
@@ -195,7 +184,7 @@ Advice equalsSignIsSpaced(const Place& place) {
 
 Advice valueIsMissing(const Place& place) {
     const ToolOption* option = place.here.option;
-    if (option == nullptr || place.here.kind != ArgumentKind::Flag || option->kind == OptionKind::Flag ||
+    if (option == nullptr || place.here.kind != orvex::Finding::Flag || option->kind == OptionKind::Flag ||
         option->kind == OptionKind::InlineValue) {
         return std::nullopt;
     }
@@ -208,7 +197,8 @@ Advice valueIsMissing(const Place& place) {
         return Finding{fmt::format(R"({}: the next argument is the option "-{}".)", message, next->name)};
     }
     const std::string& value = next->tokens[0];
-    const bool isSlip = !suggestOption(next->name).empty() || findAttachedValue(*next).option != nullptr;
+    const bool isSlip =
+        suggestOption(next->name) != nullptr || valueIsAttached({*next, place.count - 1, place.driver});
     if (isSlip || !isUsableValue(*option, value)) {
         return Finding{
             fmt::format("{}: the next argument, {}, begins with a dash.", message, inQuotes(value))};
@@ -219,51 +209,40 @@ Advice valueIsMissing(const Place& place) {
 }
 
 Advice equalsSignIsMissing(const Place& place) {
-    if (!isOf(OptionKind::InlineValue, place.here) || place.here.kind != ArgumentKind::Flag) {
+    if (!isOf(OptionKind::InlineValue, place.here) || place.here.kind != orvex::Finding::Flag) {
         return std::nullopt;
     }
-    return replaceName(place, *place.here.option,
-                       fmt::format(R"("-{}" takes a value only after "=".)", place.here.name));
+    return useOption(place, *place.here.option,
+                     fmt::format(R"("-{}" takes a value only after "=".)", place.here.name));
 }
 
 Advice flagHasValue(const Place& place) {
-    if (!isOf(OptionKind::Flag, place.here) || place.here.kind == ArgumentKind::Flag) {
+    if (!isOf(OptionKind::Flag, place.here) || place.here.kind == orvex::Finding::Flag) {
         return std::nullopt;
     }
-    return replaceName(
-        place, *place.here.option,
+    return Finding{
         fmt::format(R"("-{}" takes no value: {} is not read. Leave out the value to switch it on.)",
-                    place.here.name, inQuotes(place.here.tokens[0])));
+                    place.here.name, inQuotes(place.here.tokens[0])),
+        quotedFor(place.here.source, fmt::format("-{}", place.here.name))};
 }
 
 Advice quotesAreCurly(const Place& place) {
     constexpr std::string_view pairs[][2] = {{"\u201c", "\u201d"}, {"\u2018", "\u2019"}};
-    const std::string& first = place.here.tokens.back();
-    const std::size_t equals = first.find('=') + 1;
     for (const auto& [opening, closing] : pairs) {
-        if (!startsWith(first, opening) && first.compare(equals, opening.size(), opening) != 0) {
+        std::string_view text = place.here.value;
+        if (!startsWith(text, opening)) {
             continue;
         }
-        // The tokens up to the closing quote were meant as one.
-        std::string text;
-        std::size_t covered = 0;
-        std::size_t end = std::string::npos;
-        while (end == std::string::npos && covered < place.count) {
-            const std::size_t start = text.size();
-            text += covered == 0 ? first : fmt::format(" {}", fmt::join((&place.here)[covered].tokens, " "));
-            end = text.find(closing, start);
-            ++covered;
+        const std::string message =
+            fmt::format("The curly quote in {} does not group.", inQuotes(place.here.tokens.back()));
+        text.remove_prefix(opening.size());
+        const std::size_t end = text.find(closing);
+        if (end == std::string_view::npos || end + closing.size() != text.size()) {
+            return Finding{message};
         }
-        const std::string message = fmt::format("The curly quote in {} does not group.", inQuotes(first));
-        if (end == std::string::npos) {
-            return Finding{message, "", covered};
-        }
-        text.erase(end, closing.size());
-        text.erase(text.find(opening), opening.size());
-        const bool isValue = place.here.kind == ArgumentKind::Value;
-        return Finding{message,
-                       (isValue ? place.here.tokens[0] + ' ' : "") + quotedFor(place.here.source, text),
-                       covered};
+        text = text.substr(0, end);
+        return Finding{message, isOption(place.here) ? correct(place, *place.here.option, text)
+                                                     : quotedFor(place.here.source, text)};
     }
     return std::nullopt;
 }
@@ -297,22 +276,13 @@ Advice valueIsCutAtSpace(const Place& place) {
                    isLayers ? correct(place, option, layers) : properties, cut.size() + 1};
 }
 
-// The test path as the option that it names, "packetsize=1500" or "packetsize".
+// The test path as the option that the text names: "packetsize=1500" or "packetsize".
 Finding addDash(const Place& place, std::string_view text, const std::string& message) {
-    const std::size_t equals = text.find('=');
-    const ToolOption* option = findOption(text.substr(0, equals));
-    if (option == nullptr || option->kind == OptionKind::Unread) {
-        return {message};
-    }
-    if (equals != std::string_view::npos) {
-        return {message, correct(place, *option, text.substr(equals + 1))};
-    }
-    if (option->kind == OptionKind::Flag) {
-        return {message, quotedFor(place.here.source, fmt::format("-{}", text))};
-    }
-    const Argument* path = place.path(1);
-    const std::string correction = path == nullptr ? "" : correct(place, *option, path->value);
-    return {message, correction, correction.empty() ? 1U : 2U};
+    const ToolOption* option = findOption(text.substr(0, text.find('=')));
+    const bool isRead = option != nullptr && option->kind != OptionKind::Unread;
+    Finding finding = isRead ? useOption(place, *option, message) : Finding();
+    finding.message = message;
+    return finding;
 }
 
 Advice dashIsFromDocument(const Place& place) {
@@ -320,7 +290,7 @@ Advice dashIsFromDocument(const Place& place) {
         {"\u2013", "an en dash"}, {"\u2014", "an em dash"}, {"\u2212", "a minus sign"}};
     const std::string& text = place.here.value;
     for (const auto& [dash, name] : dashes) {
-        if (place.here.kind == ArgumentKind::TestPath && startsWith(text, dash)) {
+        if (place.here.isTestPath && startsWith(text, dash)) {
             return addDash(place, std::string_view(text).substr(dash.size()),
                            fmt::format(R"({} became a test path: it begins with {} instead of "-".)",
                                        inQuotes(text), name));
@@ -330,25 +300,13 @@ Advice dashIsFromDocument(const Place& place) {
 }
 
 Advice dashIsMissing(const Place& place) {
-    if (place.here.kind != ArgumentKind::TestPath) {
+    if (!place.here.isTestPath) {
         return std::nullopt;
     }
     const std::string& text = place.here.value;
     const Finding finding =
         addDash(place, text, fmt::format("{} became a test path: it has no dash in front.", inQuotes(text)));
     return finding.correction.empty() ? std::nullopt : Advice(finding);
-}
-
-Advice pathIsNumber(const Place& place) {
-    const std::string& text = place.here.value;
-    const bool isNumber = startsWith(text, "-") || (!text.empty() && isDigit(text.front()));
-    // The hint about an unknown option names the path already. The program name precedes every place.
-    const Argument& previous = *(&place.here - 1);
-    const bool isMentioned = isUnknownOption(previous) && previous.kind == ArgumentKind::Flag;
-    if (place.here.kind != ArgumentKind::TestPath || !isNumber || isMentioned) {
-        return std::nullopt;
-    }
-    return Finding{fmt::format("{} became a test path: it begins with a number.", inQuotes(text))};
 }
 
 Advice valueIsEmpty(const Place& place) {
@@ -365,13 +323,8 @@ Advice numberHasMore(const Place& place) {
         value.find_first_not_of("0123456789") == std::string::npos) {
         return std::nullopt;
     }
-    std::string digits;
-    if (value.size() < 20 && std::regex_match(value, std::regex("[0-9]{1,3}([,_' ][0-9]{3})+"))) {
-        std::copy_if(value.begin(), value.end(), std::back_inserter(digits), isDigit);
-    }
     return Finding{
-        fmt::format("{} does not end after its digits. It is passed on as written.", inQuotes(value)),
-        correct(place, *place.here.option, digits)};
+        fmt::format("{} does not end after its digits. It is passed on as written.", inQuotes(value))};
 }
 
 // The first one that finds something gives the hint.
@@ -387,7 +340,6 @@ constexpr Advice (*argumentAdvice[])(const Place&) = {
     valueIsCutAtSpace,
     dashIsFromDocument,
     dashIsMissing,
-    pathIsNumber,
     valueIsEmpty,
     numberHasMore,
 };
@@ -407,34 +359,29 @@ std::string intendedClass(const std::string& name) {
     return name;
 }
 
-// The value with spaces, case and drivers put right. Only what follows an empty driver makes it one, so that
-// such a value has no correction.
+// The value with spaces, case and drivers put right.
 std::string correctLayers(const Place& place) {
     std::vector<std::string> entries;
-    for (Layer& layer : splitTransportLayers(place.here.value)) {
-        std::transform(layer.begin(), layer.end(), layer.begin(), trimmed);
-        layer[0] = intendedClass(layer[0]);
-        if (layer.size() > 2 && layer[1].empty()) {
-            return "";
-        }
-        layer.resize(std::min<std::size_t>(layer.size(), layer[0] == "DravikGigE" ? 2 : 1));
-        entries.push_back(fmt::format("{}", fmt::join(layer, ":")));
+    for (const Layer& layer : splitTransportLayers(place.here.value)) {
+        const std::string deviceClass = intendedClass(trimmed(layer.deviceClass));
+        const bool hasDriver = layer.driver && deviceClass == "DravikGigE";
+        entries.push_back(deviceClass + (hasDriver ? ":" + trimmed(*layer.driver) : ""));
     }
     return correct(place, *place.here.option, fmt::format("{}", fmt::join(entries, ",")));
 }
 
-Advice layerHasSpaces(const Place& place, const Layer& layer, const std::string& /*driver*/) {
-    const auto found = std::find_if(layer.begin(), layer.end(),
-                                    [](const std::string& part) { return part != trimmed(part); });
-    if (found == layer.end()) {
-        return std::nullopt;
+Advice layerHasSpaces(const Place& place, const Layer& layer) {
+    for (const std::string& name : {layer.deviceClass, layer.driver.value_or("")}) {
+        if (name != trimmed(name)) {
+            return Finding{fmt::format("The spaces in {} are part of the name.", inQuotes(name)),
+                           correctLayers(place)};
+        }
     }
-    return Finding{fmt::format("The spaces in {} are part of the name.", inQuotes(*found)),
-                   correctLayers(place)};
+    return std::nullopt;
 }
 
-Advice classHasOtherCase(const Place& place, const Layer& layer, const std::string& /*driver*/) {
-    const std::string name = trimmed(layer[0]);
+Advice classHasOtherCase(const Place& place, const Layer& layer) {
+    const std::string name = trimmed(layer.deviceClass);
     if (name == intendedClass(name)) {
         return std::nullopt;
     }
@@ -443,59 +390,37 @@ Advice classHasOtherCase(const Place& place, const Layer& layer, const std::stri
                    correctLayers(place)};
 }
 
-Advice driverIsIgnored(const Place& place, const Layer& layer, const std::string& /*driver*/) {
-    if (layer.size() == 1 || intendedClass(trimmed(layer[0])) == "DravikGigE") {
+Advice driverIsIgnored(const Place& place, const Layer& layer) {
+    if (!layer.driver || intendedClass(trimmed(layer.deviceClass)) == "DravikGigE") {
         return std::nullopt;
     }
-    return Finding{fmt::format("The driver {} is ignored: only DravikGigE takes one.", inQuotes(layer[1])),
-                   correctLayers(place)};
+    return Finding{
+        fmt::format("The driver {} is ignored: only DravikGigE takes one.", inQuotes(*layer.driver)),
+        correctLayers(place)};
 }
 
-Advice restIsIgnored(const Place& place, const Layer& layer, const std::string& /*driver*/) {
-    if (layer.size() < 3) {
-        return std::nullopt;
-    }
-    return Finding{fmt::format("{} is ignored: it comes after a driver.", inQuotes(layer[2])),
-                   correctLayers(place)};
-}
-
-Advice driverIsLost(const Place& /*place*/, const Layer& layer, const std::string& driver) {
-    if (layer.size() == 1 || layer[0] != "DravikGigE" || layer[1] == driver) {
+Advice driverIsLost(const Place& place, const Layer& layer) {
+    if (!layer.driver || layer.deviceClass != "DravikGigE" || *layer.driver == place.driver) {
         return std::nullopt;
     }
     return Finding{
         fmt::format("The driver {} is not used: if there are several drivers, the last in byte order wins.",
-                    inQuotes(layer[1]))};
+                    inQuotes(*layer.driver))};
 }
 
-Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer, const std::string& /*driver*/) {
-    const std::string entry = fmt::format("{}", fmt::join(layer, ":"));
-    if (layer[0] == "DravikGTC" || entry.find("DravikGTC") == std::string::npos) {
+Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer) {
+    if (layer.deviceClass == "DravikGTC" || layer.text.find("DravikGTC") == std::string::npos) {
         return std::nullopt;
     }
     return Finding{
         fmt::format(R"({} is not the class "DravikGTC", but contains the name. That is enough to set )"
                     "GENICAM_GENTL64_PATH.",
-                    inQuotes(entry))};
+                    inQuotes(layer.text))};
 }
 
-constexpr Advice (*layerAdvice[])(const Place&, const Layer&, const std::string&) = {
-    layerHasSpaces, classHasOtherCase, driverIsIgnored, restIsIgnored, driverIsLost, classIsOnlyMentioned,
+constexpr Advice (*layerAdvice[])(const Place&, const Layer&) = {
+    layerHasSpaces, classHasOtherCase, driverIsIgnored, driverIsLost, classIsOnlyMentioned,
 };
-
-// One hint of each kind is enough for a value, however many entries it has.
-void adviseOnLayers(const Place& place, const std::string& driver, std::vector<Finding>& findings) {
-    const std::vector<Layer> layers = splitTransportLayers(place.here.value);
-    for (const auto advise : layerAdvice) {
-        Advice advice;
-        for (auto layer = layers.begin(); layer != layers.end() && !advice; ++layer) {
-            advice = advise(place, *layer, driver);
-        }
-        if (advice) {
-            findings.push_back(*advice);
-        }
-    }
-}
 
 Advice adviseOnArgument(const Place& place) {
     Advice advice;
@@ -505,34 +430,40 @@ Advice adviseOnArgument(const Place& place) {
     return advice;
 }
 
+// One hint of each kind is enough for a value, however many entries it has.
+void adviseOnLayers(const Place& place, std::vector<Finding>& findings) {
+    const std::vector<Layer> layers = splitTransportLayers(place.here.value);
+    for (const auto advise : layerAdvice) {
+        Advice advice;
+        for (auto layer = layers.begin(); layer != layers.end() && !advice; ++layer) {
+            advice = advise(place, *layer);
+        }
+        if (advice) {
+            findings.push_back(*advice);
+        }
+    }
+}
+
 void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
-    const auto layers = std::find_if(trace.options.begin(), trace.options.end(),
-                                     [](const TracedOption& option) { return option.name == "tl"; });
-    const std::string driver = layers == trace.options.end() ? "" : findDriver(layers->value);
-    const auto end = trace.arguments.end();
-    auto endOfSource = trace.arguments.begin();
-    auto uncovered = endOfSource;
-    for (auto argument = trace.arguments.begin(); argument != end; ++argument) {
-        if (argument == endOfSource) {
-            endOfSource = std::find_if(argument, end, [argument](const Argument& other) {
-                return other.source != argument->source;
-            });
-            continue;  // the program name, which comes first in each source
-        }
-        const Place place = {*argument, static_cast<std::size_t>(endOfSource - argument)};
+    const TracedOption* layers = trace.findOption("tl");
+    const std::string driver = layers == nullptr ? "" : findDriver(layers->value);
+    std::size_t uncovered = 0;  // the first argument that no hint is about
+    for (std::size_t i = 0; i < trace.arguments.size(); ++i) {
+        const Argument& argument = trace.arguments[i];
+        const Place place = {argument, trace.arguments.size() - i, driver};
         std::vector<Finding> findings;
-        if (argument >= uncovered) {
-            if (Advice advice = adviseOnArgument(place)) {
-                findings.push_back(*advice);
-                uncovered = argument + static_cast<std::ptrdiff_t>(advice->covered);
-            }
+        const bool isProgramName = !isOption(argument) && !argument.isTestPath;
+        const Advice advice = i < uncovered || isProgramName ? std::nullopt : adviseOnArgument(place);
+        if (advice) {
+            findings.push_back(*advice);
+            uncovered = i + advice->covered;
         }
-        if (argument->name == "tl" && argument->outcome == Outcome::Collected) {
-            adviseOnLayers(place, driver, findings);
+        if (argument.name == "tl" && argument.outcome == Outcome::Collected) {
+            adviseOnLayers(place, findings);
         }
         for (const Finding& finding : findings) {
             hints.push_back(
-                {argument->source, typed(place, finding.covered), finding.message, finding.correction});
+                {argument.source, typed(place, finding.covered), finding.message, finding.correction});
         }
     }
 }
@@ -610,7 +541,7 @@ std::vector<Hint> giveAdvice(const Report& report) {
         }
     }
     const Trace& trace = report.trace;
-    if (const Source* source = findMalformed(trace)) {
+    if (const Source* source = trace.findMalformed()) {
         quoteIsUnterminated(*source, hints);
     } else {
         for (const Source& source : trace.sources) {

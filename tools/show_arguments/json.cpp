@@ -1,14 +1,19 @@
-#include "print.h"
+#include "parser/option_scanner.h"
+#include "report.h"
 
 #include <fmt/format.h>
+#include <cstddef>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-// A string; or {"bytes": "61ff62"} when it is not UTF-8, which JSON cannot hold.
+// A string; or {"bytes": "61ff62"} if it is not UTF-8, which JSON cannot hold.
 Json asJsonText(const std::string& text) {
     Json json = text;
     try {
@@ -23,28 +28,37 @@ Json asJsonText(const std::string& text) {
     return json;
 }
 
-Json asJsonText(const std::optional<std::string>& text) {
-    return text ? asJsonText(*text) : Json(nullptr);
-}
-
-// Maps each element to JSON.
-template <typename Range, typename Function>
-Json asList(const Range& range, Function function) {
+// A list of what the function makes of each element.
+template <typename Element, typename Function>
+Json asList(const std::vector<Element>& elements, Function function) {
     Json json = Json::array();
-    for (const auto& element : range) {
+    for (const Element& element : elements) {
         json.push_back(function(element));
     }
     return json;
 }
 
-Json tokensAsJson(const Argument& argument) {
-    Json json = Json::array();
-    for (const std::string& token : argument.tokens) {
-        const bool isValue = &token != &argument.tokens.front();
-        json.push_back({{"text", asJsonText(token)}, {"became", isValue ? "value" : nameOf(argument.kind)}});
-        if (isOption(argument)) {
-            json.back()["option"] = asJsonText(argument.name);
-        }
+const char* kindOf(const Argument& argument) {
+    switch (argument.kind) {
+        case orvex::Finding::DroppedProgramName:
+            return "dropped program name";
+        case orvex::Finding::Flag:
+            return "flag";
+        case orvex::Finding::Value:
+            return "option";
+        case orvex::Finding::InlineValue:
+            return "option with value";
+        case orvex::Finding::Positional:
+            break;
+    }
+    return argument.isTestPath ? "test path" : "program name";
+}
+
+Json tokenAsJson(const Argument& argument, std::size_t index) {
+    Json json = {{"text", asJsonText(argument.tokens[index])},
+                 {"became", index == 0 ? kindOf(argument) : "value"}};
+    if (isOption(argument)) {
+        json["option"] = asJsonText(argument.name);
     }
     return json;
 }
@@ -52,9 +66,8 @@ Json tokensAsJson(const Argument& argument) {
 Json sourceAsJson(const Source& source, const std::vector<Argument>& arguments) {
     Json json = {{"name", source.name}, {"state", nameOf(source.state)}, {"tokens", Json::array()}};
     for (const Argument& argument : arguments) {
-        if (argument.source == source.name) {
-            const Json tokens = tokensAsJson(argument);
-            json["tokens"].insert(json["tokens"].end(), tokens.begin(), tokens.end());
+        for (std::size_t i = 0; argument.source == source.name && i < argument.tokens.size(); ++i) {
+            json["tokens"].push_back(tokenAsJson(argument, i));
         }
     }
     if (!source.message.empty()) {
@@ -64,7 +77,7 @@ Json sourceAsJson(const Source& source, const std::vector<Argument>& arguments) 
 }
 
 Json givenAsJson(const Argument& argument) {
-    const bool isFlag = argument.kind == ArgumentKind::Flag;
+    const bool isFlag = argument.kind == orvex::Finding::Flag;
     Json json = {{"source", argument.source},
                  {"value", isFlag ? Json(nullptr) : asJsonText(argument.value)},
                  {"outcome", nameOf(argument.outcome)}};
@@ -79,22 +92,21 @@ Json optionAsJson(const TracedOption& option, const std::vector<Argument>& argum
     return {{"name", asJsonText(option.name)}, {"sets", option.sets}, {"given", asList(option.given, given)}};
 }
 
-Json variablesAsJson(const Report& report) {
-    Json json = Json::array();
-    for (const Variable& variable : report.seen.variables) {
-        if (variable.state != VariableState::Absent) {
-            json.push_back({{"name", variable.name},
-                            {"state", nameOf(variable.state)},
-                            {"before", asJsonText(variable.before)},
-                            {"after", asJsonText(variable.after)},
-                            {"isDefault", isDefault(report, variable)}});
-        }
-    }
-    return json;
+Json variableAsJson(const Variable& variable, bool isDefault) {
+    return {{"name", variable.name},
+            {"state", nameOf(variable.state)},
+            {"before", variable.before ? asJsonText(*variable.before) : Json(nullptr)},
+            {"after", asJsonText(variable.after)},
+            {"isDefault", isDefault}};
 }
 
 Json directoryAsJson(const Producers::Directory& directory) {
     return {{"path", asJsonText(directory.path)}, {"exists", directory.exists}};
+}
+
+Json producersAsJson(const Producers& producers) {
+    return {{"library", asJsonText(producers.library)},
+            {"directories", asList(producers.directories, directoryAsJson)}};
 }
 
 Json hintAsJson(const Hint& hint) {
@@ -107,30 +119,28 @@ Json hintAsJson(const Hint& hint) {
 }  // namespace
 
 std::string asJson(const Report& report) {
+    const Observation& seen = report.seen;
     const std::vector<Argument>& arguments = report.trace.arguments;
-    Json json = {{"succeeded", report.seen.succeeded},
+    Json json = {{"succeeded", seen.succeeded},
                  {"reason", report.reason.empty() ? Json(nullptr) : Json(report.reason)}};
-    for (const Accessor& accessor : report.seen.accessors) {
+    for (const Accessor& accessor : seen.accessors) {
         const auto* text = std::get_if<std::string>(&accessor.value);
         json[std::string(accessor.name)] =
             text == nullptr ? Json(std::get<bool>(accessor.value)) : asJsonText(*text);
     }
-    json["testPaths"] =
-        asList(report.seen.testPaths, [](const std::string& path) { return asJsonText(path); });
-    for (const Field& field : report.seen.record) {
+    json["testPaths"] = asList(seen.testPaths, asJsonText);
+    for (const Field& field : seen.record) {
         json["testRunInformation"][std::string(field.name)] = asJsonText(field.value);
     }
-    json["environment"] = variablesAsJson(report);
-    json["producers"] = nullptr;
-    if (report.producers) {
-        json["producers"] = {{"library", asJsonText(report.producers->library)},
-                             {"directories", asList(report.producers->directories, directoryAsJson)}};
-    }
+    json["environment"] = asList(seen.variables, [&](const Variable& variable) {
+        return variableAsJson(variable, isDefault(report, variable));
+    });
+    json["producers"] = report.producers ? producersAsJson(*report.producers) : Json(nullptr);
     json["options"] = asList(report.trace.options,
                              [&](const TracedOption& option) { return optionAsJson(option, arguments); });
     json["testPathOrigins"] = Json::array();
     for (const Argument& argument : arguments) {
-        if (argument.kind == ArgumentKind::TestPath) {
+        if (argument.isTestPath) {
             json["testPathOrigins"].push_back(givenAsJson(argument));
         }
     }

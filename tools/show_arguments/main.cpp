@@ -4,13 +4,18 @@
 //
 // The manual page, show_arguments(1), says how it is used and how it exits.
 
-#include "print.h"
+#include "OrvexTestCommandLineParser.h"
+#include "report.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <cstddef>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <stdexcept>
+#include <string_view>
+#include <vector>
 
 namespace {
 

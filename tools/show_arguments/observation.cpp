@@ -1,75 +1,41 @@
-#include "observation.h"
-
 #include "OrvexTestCommandLineParser.h"
+#include "report.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tool {
 namespace {
 
 constexpr std::string_view extraTransportLayer = "ORVEX_GTC_USE_EXTRA_TL";
 
-constexpr std::string_view variableNames[] = {
-    extraTransportLayer,
-    "ORVEX_DEVICE_FILTER",
-    "ORVEX_GIGE_STREAMPARAMS",
-    "ORVEX_GIGE_STREAM_GEVSCPS",
-    "ORVEX_GIGE_STREAM_GEVSCPD",
-    "ORVEX_CAMEMU",
-    "TEST_PROPERTIES",
-    "GENICAM_GENTL64_PATH",
-    "TEST_SESSION_GUID",
-    "TEST_SESSION_NAME",
-    "TEST_SESSION_DESCRIPTION",
-    "TEST_SESSION_GROUP",
-    "TEST_PRODUCT",
-    "TEST_PRODUCT_VARIANT",
-    "USER_UID",
-    "VCS_REVISION",
-    "VCS_BRANCH",
-    "TRANSPORT_LAYER",
-};
-
-struct RecordField {
-    std::string_view name;
-    std::string TestRunInformation::*field;
-};
-
-constexpr RecordField recordFields[] = {
-    {"group", &TestRunInformation::group},
-    {"guid", &TestRunInformation::guid},
-    {"runName", &TestRunInformation::runName},
-    {"runDescription", &TestRunInformation::runDescription},
-    {"product", &TestRunInformation::product},
-    {"fixedZero", &TestRunInformation::fixedZero},
-    {"userId", &TestRunInformation::userId},
-    {"vcsRevision", &TestRunInformation::vcsRevision},
-    {"vcsBranch", &TestRunInformation::vcsBranch},
-    {"secondVcsRevision", &TestRunInformation::secondVcsRevision},
-    {"secondVcsBranch", &TestRunInformation::secondVcsBranch},
-    {"pcName", &TestRunInformation::pcName},
-    {"osName", &TestRunInformation::osName},
-    {"transportLayers", &TestRunInformation::transportLayers},
-    {"tdcDravikXmlFilename", &TestRunInformation::tdcDravikXmlFilename},
-    {"testName", &TestRunInformation::testName},
-    {"osType", &TestRunInformation::osType},
-    {"bit", &TestRunInformation::bit},
-};
+// In the order in which a parse sets them.
+constexpr std::string_view variableNames[] = {extraTransportLayer,
+                                              "ORVEX_DEVICE_FILTER",
+                                              "ORVEX_GIGE_STREAMPARAMS",
+                                              "ORVEX_GIGE_STREAM_GEVSCPS",
+                                              "ORVEX_GIGE_STREAM_GEVSCPD",
+                                              "ORVEX_CAMEMU",
+                                              "TEST_PROPERTIES",
+                                              "GENICAM_GENTL64_PATH",
+                                              "TEST_SESSION_GUID",
+                                              "TEST_SESSION_NAME",
+                                              "TEST_SESSION_DESCRIPTION",
+                                              "TEST_SESSION_GROUP",
+                                              "TEST_PRODUCT",
+                                              "TEST_PRODUCT_VARIANT",
+                                              "USER_UID",
+                                              "VCS_REVISION",
+                                              "VCS_BRANCH",
+                                              "TRANSPORT_LAYER"};
 
 std::optional<std::string> readVariable(std::string_view name) {
     const char* value = std::getenv(name.data());
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
-VariableState stateOf(const Variable& variable, bool isSet) {
-    if (!variable.after) {
-        return VariableState::Absent;
-    }
-    if (!isSet) {
-        return VariableState::Kept;
-    }
-    return variable.before == variable.after ? VariableState::SetAgain : VariableState::Set;
 }
 
 // Parses again in an environment without the variables. The parse has set those that exist afterwards. The
@@ -84,31 +50,27 @@ void findSetVariables(std::vector<Variable>& variables, int argc, char** argv) {
     for (Variable& variable : variables) {
         const bool isSet =
             variable.name == extraTransportLayer ? !variable.before : readVariable(variable.name).has_value();
-        variable.state = stateOf(variable, isSet);
-        if (variable.after) {
-            setenv(variable.name.data(), variable.after->c_str(), 1);
-        } else {
-            unsetenv(variable.name.data());
+        if (isSet) {
+            variable.state = variable.before == variable.after ? VariableState::SetAgain : VariableState::Set;
         }
+        setenv(variable.name.data(), variable.after.c_str(), 1);
     }
 }
 
 }  // namespace
 
-const Variable& Observation::variable(std::string_view name) const {
-    return *std::find_if(variables.begin(), variables.end(),
-                         [name](const Variable& variable) { return variable.name == name; });
-}
-
 Observation observeParse(int argc, char** argv) {
     Observation seen;
+    std::vector<std::optional<std::string>> before;
     for (const std::string_view name : variableNames) {
-        seen.variables.push_back({name, VariableState::Absent, readVariable(name), std::nullopt});
+        before.push_back(readVariable(name));
     }
     OrvexTestCommandLineParser parser;
     seen.succeeded = parser.Parse(argc, argv);
-    for (Variable& variable : seen.variables) {
-        variable.after = readVariable(variable.name);
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (const std::optional<std::string> after = readVariable(variableNames[i])) {
+            seen.variables.push_back({variableNames[i], VariableState::Kept, before[i], *after});
+        }
     }
     findSetVariables(seen.variables, argc, argv);
     seen.accessors = {
@@ -117,9 +79,27 @@ Observation observeParse(int argc, char** argv) {
         {"xmlFilename", parser.getXmlFilename()},         {"transportLayers", parser.getTlList()},
     };
     seen.testPaths = parser.getTestPaths();
-    for (const RecordField& field : recordFields) {
-        seen.record.push_back({field.name, parser.getTestRunInformation().*field.field});
-    }
+    const TestRunInformation& record = parser.getTestRunInformation();
+    seen.record = {
+        {"group", record.group},
+        {"guid", record.guid},
+        {"runName", record.runName},
+        {"runDescription", record.runDescription},
+        {"product", record.product},
+        {"fixedZero", record.fixedZero},
+        {"userId", record.userId},
+        {"vcsRevision", record.vcsRevision},
+        {"vcsBranch", record.vcsBranch},
+        {"secondVcsRevision", record.secondVcsRevision},
+        {"secondVcsBranch", record.secondVcsBranch},
+        {"pcName", record.pcName},
+        {"osName", record.osName},
+        {"transportLayers", record.transportLayers},
+        {"tdcDravikXmlFilename", record.tdcDravikXmlFilename},
+        {"testName", record.testName},
+        {"osType", record.osType},
+        {"bit", record.bit},
+    };
     return seen;
 }
 

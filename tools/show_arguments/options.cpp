@@ -1,46 +1,85 @@
 #include "options.h"
 
+#include "OrvexTestCommandLineParser.h"
+
 #include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tool {
+namespace {
+
+constexpr std::size_t noMatch = 100;
+
+char lowerCase(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
+// What is left of a name when case, "-", "_" and "tdc_" do not matter.
+std::string coreOf(std::string_view name) {
+    std::string core;
+    for (const char byte : name) {
+        if (byte != '-' && byte != '_') {
+            core += lowerCase(byte);
+        }
+    }
+    return core.rfind("tdc", 0) == 0 ? core.substr(3) : core;
+}
+
+// How far the name, which has this core, is from the option. Smaller is nearer.
+std::size_t rank(std::string_view name, const std::string& core, std::string_view option) {
+    const std::string optionCore = coreOf(option);
+    if (core == optionCore) {
+        return 0;
+    }
+    if (core.size() >= 3 && optionCore.rfind(core, 0) == 0) {
+        return 1;
+    }
+    const std::size_t limit = name.size() <= 5 ? 1 : 2;
+    const std::size_t distance = option.size() < 4 ? noMatch : editDistance(name, option, limit);
+    return distance <= limit ? distance + 1 : noMatch;
+}
+
+}  // namespace
 
 const std::vector<ToolOption>& toolOptions() {
     static const std::vector<ToolOption> options = {
-        {"?", OptionKind::Flag, "helpRequested"},
-        {"h", OptionKind::Flag, "helpRequested"},
-        {"H", OptionKind::Flag, "helpRequested"},
-        {"help", OptionKind::Flag, "helpRequested"},
-        {"w", OptionKind::Flag, "waitBeforeExit"},
-        {"o", OptionKind::Value, "outputFilename"},
-        {"x", OptionKind::Value, "xmlFilename"},
+        {"?", OptionKind::Flag, {"helpRequested"}},
+        {"h", OptionKind::Flag, {"helpRequested"}},
+        {"H", OptionKind::Flag, {"helpRequested"}},
+        {"help", OptionKind::Flag, {"helpRequested"}},
+        {"w", OptionKind::Flag, {"waitBeforeExit"}},
+        {"o", OptionKind::Value, {"outputFilename"}},
+        {"x", OptionKind::Value, {"xmlFilename"}},
         {"tl",
          OptionKind::MultiValue,
-         "transportLayers",
-         {},
-         {"ORVEX_DEVICE_FILTER", "ORVEX_GIGE_STREAMPARAMS", "GENICAM_GENTL64_PATH", "TRANSPORT_LAYER"}},
-        {"p", OptionKind::MultiValue, "", {}, {"TEST_PROPERTIES"}},
-        {"socketbuffer", OptionKind::Number, "", {}, {"ORVEX_GIGE_STREAMPARAMS"}},
-        {"packetsize", OptionKind::Number, "", {}, {"ORVEX_GIGE_STREAM_GEVSCPS"}},
-        {"packetdelay", OptionKind::Number, "", {}, {"ORVEX_GIGE_STREAM_GEVSCPD"}},
-        {"camemu", OptionKind::Number, "", {}, {"ORVEX_CAMEMU"}},
-        {"tdc_group", OptionKind::Value, "", {"group"}, {"TEST_SESSION_GROUP"}},
-        {"tdc_guid", OptionKind::Value, "", {"guid"}, {"TEST_SESSION_GUID"}},
-        {"tdc_runname", OptionKind::Value, "", {"runName"}, {"TEST_SESSION_NAME"}},
-        {"tdc_rundescription", OptionKind::Value, "", {"runDescription"}, {"TEST_SESSION_DESCRIPTION"}},
-        {"tdc_product", OptionKind::Value, "", {"product"}, {"TEST_PRODUCT"}},
-        {"tdc_variant", OptionKind::InlineValue, "", {}, {"TEST_PRODUCT_VARIANT"}},
-        {"tdc_userid", OptionKind::Value, "", {"userId"}, {"USER_UID"}},
-        {"tdc_vcsrevision", OptionKind::Value, "", {"vcsRevision", "secondVcsRevision"}, {"VCS_REVISION"}},
-        {"tdc_vcsbranch", OptionKind::Value, "", {"vcsBranch", "secondVcsBranch"}, {"VCS_BRANCH"}},
-        {"tdc_dxml", OptionKind::Value, "", {"tdcDravikXmlFilename"}},
-        {"testname", OptionKind::Value, "", {"testName"}},
-        {"pcname", OptionKind::Value, "", {"pcName"}},
-        {"osname", OptionKind::Value, "", {"osName"}},
-        {"ostype", OptionKind::Value, "", {"osType"}},
-        {"bit", OptionKind::Value, "", {"bit"}},
-        {"tdc_name", OptionKind::Unread, "", {}, {}, "testname"},
-        {"tdc_pcname", OptionKind::Unread, "", {}, {}, "pcname"},
-        {"tdc_osname", OptionKind::Unread, "", {}, {}, "osname"},
+         {"transportLayers", "ORVEX_DEVICE_FILTER", "ORVEX_GIGE_STREAMPARAMS", "GENICAM_GENTL64_PATH",
+          "TRANSPORT_LAYER"}},
+        {"p", OptionKind::MultiValue, {"TEST_PROPERTIES"}},
+        {"socketbuffer", OptionKind::Number, {"ORVEX_GIGE_STREAMPARAMS"}},
+        {"packetsize", OptionKind::Number, {"ORVEX_GIGE_STREAM_GEVSCPS"}},
+        {"packetdelay", OptionKind::Number, {"ORVEX_GIGE_STREAM_GEVSCPD"}},
+        {"camemu", OptionKind::Number, {"ORVEX_CAMEMU"}},
+        {"tdc_group", OptionKind::Value, {"group", "TEST_SESSION_GROUP"}},
+        {"tdc_guid", OptionKind::Value, {"guid", "TEST_SESSION_GUID"}},
+        {"tdc_runname", OptionKind::Value, {"runName", "TEST_SESSION_NAME"}},
+        {"tdc_rundescription", OptionKind::Value, {"runDescription", "TEST_SESSION_DESCRIPTION"}},
+        {"tdc_product", OptionKind::Value, {"product", "TEST_PRODUCT"}},
+        {"tdc_variant", OptionKind::InlineValue, {"TEST_PRODUCT_VARIANT"}},
+        {"tdc_userid", OptionKind::Value, {"userId", "USER_UID"}},
+        {"tdc_vcsrevision", OptionKind::Value, {"vcsRevision", "secondVcsRevision", "VCS_REVISION"}},
+        {"tdc_vcsbranch", OptionKind::Value, {"vcsBranch", "secondVcsBranch", "VCS_BRANCH"}},
+        {"tdc_dxml", OptionKind::Value, {"tdcDravikXmlFilename"}},
+        {"testname", OptionKind::Value, {"testName"}},
+        {"pcname", OptionKind::Value, {"pcName"}},
+        {"osname", OptionKind::Value, {"osName"}},
+        {"ostype", OptionKind::Value, {"osType"}},
+        {"bit", OptionKind::Value, {"bit"}},
+        {"tdc_name", OptionKind::Unread, {}, "testname"},
+        {"tdc_pcname", OptionKind::Unread, {}, "pcname"},
+        {"tdc_osname", OptionKind::Unread, {}, "osname"},
     };
     return options;
 }
@@ -69,6 +108,50 @@ bool isUsableValue(const ToolOption& option, std::string_view value) {
         return false;
     }
     return option.kind != OptionKind::Number || (value.front() >= '0' && value.front() <= '9');
+}
+
+const ToolOption* suggestOption(std::string_view name) {
+    const std::string core = coreOf(name);
+    std::size_t best = noMatch;
+    const ToolOption* suggestion = nullptr;
+    for (const ToolOption& option : toolOptions()) {
+        if (core.empty() || option.kind == OptionKind::Unread) {
+            continue;
+        }
+        const std::size_t distance = rank(name, core, option.name);
+        if (distance < best) {
+            best = distance;
+            suggestion = &option;
+        } else if (distance == best) {
+            suggestion = nullptr;
+        }
+    }
+    return suggestion;
+}
+
+std::size_t editDistance(std::string_view left, std::string_view right, std::size_t limit) {
+    if (std::max(left.size(), right.size()) > std::min(left.size(), right.size()) + limit) {
+        return limit + 1;
+    }
+    // The distance between the first i bytes of left and the first j of right is at(i, j).
+    std::vector<std::size_t> table((left.size() + 1) * (right.size() + 1));
+    const auto at = [&](std::size_t i, std::size_t j) -> std::size_t& {
+        return table[i * (right.size() + 1) + j];
+    };
+    for (std::size_t i = 0; i <= left.size(); ++i) {
+        for (std::size_t j = 0; j <= right.size(); ++j) {
+            if (i == 0 || j == 0) {
+                at(i, j) = i + j;
+                continue;
+            }
+            const std::size_t substitution = left[i - 1] == right[j - 1] ? 0 : 1;
+            at(i, j) = std::min({at(i - 1, j) + 1, at(i, j - 1) + 1, at(i - 1, j - 1) + substitution});
+            if (i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1]) {
+                at(i, j) = std::min(at(i, j), at(i - 2, j - 2) + 1);
+            }
+        }
+    }
+    return at(left.size(), right.size());
 }
 
 }  // namespace tool

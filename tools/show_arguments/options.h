@@ -1,10 +1,11 @@
-// The options that a parse reads, and what each of them sets.
+// The options that a parse reads, what each of them sets, and which one a misspelt name means.
 
 #ifndef ORVEX_SHOW_ARGUMENTS_OPTIONS_H
 #define ORVEX_SHOW_ARGUMENTS_OPTIONS_H
 
 #include "OrvexTestCommandLineParser.h"
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -22,10 +23,8 @@ enum class OptionKind {
 struct ToolOption {
     std::string_view name;
     OptionKind kind;
-    std::string_view accessor = {};
-    std::vector<std::string_view> fields = {};  // of the test-run record
-    std::vector<std::string_view> variables = {};
-    std::string_view instead = {};  // the option that works in place of an unread one
+    std::vector<std::string_view> sets = {};  // accessors, fields of the test-run record and variables
+    std::string_view instead = {};            // the option that works in place of an unread one
 };
 
 // The numbers are in the order in which a parse checks them.
@@ -39,6 +38,15 @@ OptionRegistry makeGrammar();
 
 // Whether a parse with this value of the option sets anything.
 bool isUsableValue(const ToolOption& option, std::string_view value);
+
+// The option that an unknown name probably means: the same name except for case, "-", "_" and "tdc_"; or
+// the only option that begins with the name; or the one with the fewest typing errors. Null if there is
+// none, or if two are equally near.
+const ToolOption* suggestOption(std::string_view name);
+
+// Insertions, deletions, substitutions and transpositions of neighbours that turn one string into the
+// other; any number above the limit if there are more than that.
+std::size_t editDistance(std::string_view left, std::string_view right, std::size_t limit);
 
 }  // namespace tool
 

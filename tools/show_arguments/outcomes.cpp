@@ -1,134 +1,117 @@
-#include "outcomes.h"
-
 #include "environment/split_string.h"
+#include "options.h"
 #include "quoting.h"
+#include "report.h"
 
 #include <fmt/format.h>
 #include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tool {
 namespace {
 
 constexpr std::string_view streamParameters = "ORVEX_GIGE_STREAMPARAMS";
 
-// Flags are read without a value, all other options with one.
+bool keepsAll(const ToolOption& option) {
+    return option.kind == OptionKind::Flag || option.kind == OptionKind::MultiValue;
+}
+
+// A parse reads flags without a value, and all other options with one.
 bool isRead(const Argument& argument) {
-    return argument.option != nullptr && argument.option->kind != OptionKind::Unread &&
-           (argument.option->kind == OptionKind::Flag) == (argument.kind == ArgumentKind::Flag);
+    const ToolOption* option = argument.option;
+    return option != nullptr && option->kind != OptionKind::Unread &&
+           (option->kind == OptionKind::Flag) == (argument.kind == orvex::Finding::Flag);
 }
 
-bool keepsAll(OptionKind kind) {
-    return kind == OptionKind::Flag || kind == OptionKind::MultiValue;
-}
-
-std::vector<Argument*> findReadArguments(Trace& trace, const TracedOption& option) {
-    std::vector<Argument*> found;
+// Fills in what a parse reads.
+void findValue(TracedOption& option, const std::vector<Argument>& arguments) {
     for (const std::size_t index : option.given) {
-        if (isRead(trace.arguments[index])) {
-            found.push_back(&trace.arguments[index]);
+        const Argument& argument = arguments[index];
+        if (!isRead(argument)) {
+            continue;
         }
-    }
-    return found;
-}
-
-std::string joinValues(const std::vector<Argument*>& arguments) {
-    std::string joined;
-    for (const Argument* argument : arguments) {
-        joined += (argument == arguments.front() ? "" : ",") + argument->value;
-    }
-    return joined;
-}
-
-std::vector<std::string_view> findSets(const TracedOption& option, const Observation& seen) {
-    const ToolOption& known = *option.option;
-    std::vector<std::string_view> sets;
-    if (option.value.empty() && known.kind != OptionKind::Flag) {
-        return sets;
-    }
-    if (!known.accessor.empty()) {
-        sets.push_back(known.accessor);
-    }
-    if (seen.succeeded) {
-        sets.insert(sets.end(), known.fields.begin(), known.fields.end());
-    }
-    for (const std::string_view name : known.variables) {
-        const Variable& variable = seen.variable(name);
-        // The value begins with the driver. Without a driver, -socketbuffer has set it.
-        const bool needsDriver = name == streamParameters && known.kind == OptionKind::MultiValue;
-        const bool hasDriver = variable.after.value_or("").rfind("Type=", 0) == 0;
-        if (isSet(variable) && (hasDriver || !needsDriver)) {
-            sets.push_back(name);
+        if (!keepsAll(*argument.option)) {
+            option.value.clear();
+        } else if (!option.read.empty()) {
+            option.value += ',';
         }
+        option.value += argument.value;
+        option.read.push_back(index);
     }
-    return sets;
 }
 
-// The first number that is bad, in the order in which a parse checks them.
-const TracedOption* findRefused(const std::vector<TracedOption>& options) {
-    for (const ToolOption& known : toolOptions()) {
-        for (const TracedOption& option : options) {
-            if (known.kind == OptionKind::Number && option.option == &known && !option.value.empty() &&
-                !isUsableValue(known, option.value)) {
-                return &option;
-            }
-        }
+bool isSet(std::string_view name, std::string_view option, const Observation& seen) {
+    const auto hasName = [name](const auto& item) { return item.name == name; };
+    if (std::any_of(seen.accessors.begin(), seen.accessors.end(), hasName)) {
+        return true;
     }
-    return nullptr;
+    if (std::any_of(seen.record.begin(), seen.record.end(), hasName)) {
+        return seen.succeeded;
+    }
+    // Unless the variable begins with a driver, -socketbuffer has set it.
+    const bool needsDriver = option == "tl" && name == streamParameters;
+    const Variable* variable = seen.findSet(name);
+    return variable != nullptr && (!needsDriver || variable->after.rfind("Type=", 0) == 0);
 }
 
-Outcome outcomeOf(const TracedOption& option, bool isRefused) {
-    if (option.option->kind == OptionKind::Flag) {
+Outcome outcomeOf(const ToolOption& option, const TracedOption& traced) {
+    if (option.kind == OptionKind::Flag) {
         return Outcome::Counted;
     }
-    if (option.value.empty()) {
+    if (traced.value.empty()) {
         return Outcome::Empty;
     }
-    if (isRefused) {
+    if (!isUsableValue(option, traced.value)) {
         return Outcome::Refused;
     }
-    if (option.sets.empty()) {
+    if (traced.sets.empty()) {
         return Outcome::NotUsed;
     }
-    return option.option->kind == OptionKind::MultiValue ? Outcome::Collected : Outcome::Won;
+    return option.kind == OptionKind::MultiValue ? Outcome::Collected : Outcome::Won;
 }
 
-void settle(const std::vector<Argument*>& arguments, const TracedOption& option, Outcome outcome) {
-    const Argument& last = *arguments.back();
-    for (Argument* argument : arguments) {
-        argument->outcome = outcome;
-        if (argument != &last && !keepsAll(option.option->kind) && outcome != Outcome::NotUsed) {
-            argument->outcome = Outcome::Lost;
-            argument->note = fmt::format("to the last value, from {}", last.source);
+void settle(Trace& trace, const TracedOption& option, Outcome outcome) {
+    const Argument& last = trace.arguments[option.read.back()];
+    const bool isLastUsed = !keepsAll(*last.option) && outcome != Outcome::NotUsed;
+    for (const std::size_t index : option.read) {
+        Argument& argument = trace.arguments[index];
+        argument.outcome = outcome;
+        if (isLastUsed && &argument != &last) {
+            argument.outcome = Outcome::Lost;
+            argument.note = fmt::format("to the last value, from {}", last.source);
         } else if (outcome == Outcome::Empty) {
-            argument->note = "as if not given";
+            argument.note = "as if not given";
         } else if (outcome == Outcome::Refused) {
-            argument->note = "does not begin with a digit";
+            argument.note = "does not begin with a digit";
         }
     }
 }
 
-std::string explainLayer(const std::vector<std::string>& parts, const std::string& driver, bool isDriverSet) {
-    const std::string deviceClass = fmt::format("class {}", plainOrQuoted(parts[0]));
-    if (parts.size() == 1) {
+std::string explainLayer(const Layer& layer, const std::string& driver, bool isDriverSet) {
+    const std::string deviceClass = fmt::format("class {}", plainOrQuoted(layer.deviceClass));
+    if (!layer.driver) {
         return deviceClass + ", no driver";
     }
-    const std::string withDriver = fmt::format("{}, driver {}", deviceClass, plainOrQuoted(parts[1]));
-    if (parts[0] != "DravikGigE") {
+    const std::string withDriver = fmt::format("{}, driver {}", deviceClass, plainOrQuoted(*layer.driver));
+    if (layer.deviceClass != "DravikGigE") {
         return withDriver + " ignored";
     }
-    if (parts[1] != driver) {
+    if (layer.driver != driver) {
         return withDriver + " lost to the last in byte order";
     }
     return withDriver + (isDriverSet ? " taken" : " not used: the parse failed");
 }
 
-void explainTransportLayers(const std::vector<Argument*>& arguments, const std::string& value,
-                            bool isDriverSet) {
-    const std::string driver = findDriver(value);
-    for (Argument* argument : arguments) {
-        for (const std::vector<std::string>& parts : splitTransportLayers(argument->value)) {
-            argument->note += argument->note.empty() ? "" : "; ";
-            argument->note += explainLayer(parts, driver, isDriverSet);
+void explainTransportLayers(Trace& trace, const TracedOption& option, bool isDriverSet) {
+    const std::string driver = findDriver(option.value);
+    for (const std::size_t index : option.read) {
+        std::string& note = trace.arguments[index].note;
+        for (const Layer& layer : splitTransportLayers(trace.arguments[index].value)) {
+            note += note.empty() ? "" : "; ";
+            note += explainLayer(layer, driver, isDriverSet);
         }
     }
 }
@@ -136,40 +119,48 @@ void explainTransportLayers(const std::vector<Argument*>& arguments, const std::
 }  // namespace
 
 void decideOutcomes(Trace& trace, const Observation& seen) {
-    if (findMalformed(trace) != nullptr) {
+    if (trace.findMalformed() != nullptr) {
         return;
     }
     for (Argument& argument : trace.arguments) {
-        argument.outcome = argument.kind == ArgumentKind::TestPath ? Outcome::Collected : Outcome::Ignored;
+        argument.outcome = argument.isTestPath ? Outcome::Collected : Outcome::Ignored;
     }
-    for (TracedOption& option : trace.options) {
-        const std::vector<Argument*> arguments = findReadArguments(trace, option);
-        if (!arguments.empty()) {
-            option.value = keepsAll(option.option->kind) ? joinValues(arguments) : arguments.back()->value;
-            option.sets = findSets(option, seen);
+    bool isRefused = false;
+    // The order of this table decides which of several bad numbers ends the parse.
+    for (const ToolOption& option : toolOptions()) {
+        const auto traced =
+            std::find_if(trace.options.begin(), trace.options.end(),
+                         [&](const TracedOption& other) { return other.name == option.name; });
+        if (traced != trace.options.end()) {
+            findValue(*traced, trace.arguments);
         }
-    }
-    const TracedOption* refused = seen.succeeded ? nullptr : findRefused(trace.options);
-    for (const TracedOption& option : trace.options) {
-        const std::vector<Argument*> arguments = findReadArguments(trace, option);
-        if (arguments.empty()) {
+        if (traced == trace.options.end() || traced->read.empty()) {
             continue;
         }
-        settle(arguments, option, outcomeOf(option, &option == refused));
-        if (option.name == "tl") {
-            explainTransportLayers(arguments, option.value, isSet(seen.variable(streamParameters)));
+        for (const std::string_view name : option.sets) {
+            if (isSet(name, option.name, seen) &&
+                (option.kind == OptionKind::Flag || !traced->value.empty())) {
+                traced->sets.push_back(name);
+            }
         }
+        const Outcome outcome = outcomeOf(option, *traced);
+        settle(trace, *traced, isRefused && outcome == Outcome::Refused ? Outcome::NotUsed : outcome);
+        isRefused = isRefused || outcome == Outcome::Refused;
+    }
+    if (const TracedOption* layers = trace.findOption("tl")) {
+        explainTransportLayers(trace, *layers, seen.findSet(streamParameters) != nullptr);
     }
 }
 
-std::vector<std::vector<std::string>> splitTransportLayers(const std::string& value) {
+std::vector<Layer> splitTransportLayers(const std::string& value) {
     std::vector<std::string> entries;
     orvex::splitString(value.c_str(), ',', entries);
-    std::vector<std::vector<std::string>> layers;
+    std::vector<Layer> layers;
     for (const std::string& entry : entries) {
         std::vector<std::string> parts;
         if (orvex::splitString(entry.c_str(), ':', parts)) {
-            layers.push_back(std::move(parts));
+            const bool hasDriver = parts.size() > 1;
+            layers.push_back({entry, parts[0], hasDriver ? std::optional(parts[1]) : std::nullopt});
         }
     }
     return layers;
@@ -177,9 +168,9 @@ std::vector<std::vector<std::string>> splitTransportLayers(const std::string& va
 
 std::string findDriver(const std::string& transportLayers) {
     std::string driver;
-    for (const std::vector<std::string>& parts : splitTransportLayers(transportLayers)) {
-        if (parts.size() > 1 && parts[0] == "DravikGigE") {
-            driver = std::max(driver, parts[1]);
+    for (const Layer& layer : splitTransportLayers(transportLayers)) {
+        if (layer.deviceClass == "DravikGigE") {
+            driver = std::max(driver, layer.driver.value_or(""));
         }
     }
     return driver;

@@ -2,6 +2,10 @@
 
 #include <fmt/format.h>
 #include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace tool {
 
@@ -26,6 +30,12 @@ std::string plainOrQuoted(std::string_view text) {
     const bool isPlain = result.size() == text.size() + 2 && !text.empty() && text.front() != ' ' &&
                          text.back() != ' ' && text.front() != '(';
     return isPlain ? std::string(text) : result;
+}
+
+std::size_t columnsOf(std::string_view text) {
+    // No character takes more columns than bytes, so the padding tells how many it takes.
+    const std::size_t padded = fmt::format("{:{}}", text, text.size()).size();
+    return 2 * text.size() - padded;
 }
 
 std::string quotedForShell(std::string_view text) {
@@ -55,10 +65,23 @@ std::string quotedForVariable(std::string_view text) {
     return result + "\"";
 }
 
-std::size_t columnsOf(std::string_view text) {
-    // No character takes more columns than bytes, so the padding tells how many it takes.
-    const std::size_t padded = fmt::format("{:{}}", text, text.size()).size();
-    return 2 * text.size() - padded;
+TextScan scanText(const std::string& text) {
+    TextScan scan = {std::nullopt, text};
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::size_t start = i;
+        if (text[i] == '\\' && i + 1 < text.size()) {
+            ++i;
+        } else if (scan.unterminatedQuote && text[i] == text[*scan.unterminatedQuote]) {
+            scan.unterminatedQuote.reset();
+        } else if (!scan.unterminatedQuote && (text[i] == '"' || text[i] == '\'')) {
+            scan.unterminatedQuote = i;
+        }
+        if (!scan.unterminatedQuote && (text[i] == '\n' || text[i] == '\r')) {
+            scan.withoutLineEnds[start] = ' ';
+            scan.withoutLineEnds[i] = ' ';
+        }
+    }
+    return scan;
 }
 
 }  // namespace tool

@@ -4,6 +4,7 @@
 #define ORVEX_SHOW_ARGUMENTS_QUOTING_H
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,14 +19,21 @@ std::string inQuotes(std::string_view text);
 // Unquoted if unambiguous, otherwise quoted.
 std::string plainOrQuoted(std::string_view text);
 
+// The columns that a visible string takes in a terminal.
+std::size_t columnsOf(std::string_view text);
+
 // One word of a POSIX shell.
 std::string quotedForShell(std::string_view text);
 
 // One argument in ORVEX_TEST_ARGS or _ORVEX_TEST_ARGS_.
 std::string quotedForVariable(std::string_view text);
 
-// The columns that a visible string takes in a terminal.
-std::size_t columnsOf(std::string_view text);
+// What the tokenizer makes of the value of such a variable, as far as it can be seen without splitting it.
+struct TextScan {
+    std::optional<std::size_t> unterminatedQuote;  // its index
+    std::string withoutLineEnds;                   // with spaces in place of those outside quotes
+};
+TextScan scanText(const std::string& text);
 
 }  // namespace tool
 

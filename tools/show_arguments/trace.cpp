@@ -1,58 +1,53 @@
-#include "trace.h"
-
+#include "OrvexTestCommandLineParser.h"
+#include "options.h"
 #include "parser/argument_tokenizer.h"
 #include "parser/option_scanner.h"
+#include "report.h"
 
+#include <cstddef>
 #include <cstdlib>
 #include <map>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tool {
 namespace {
 
-Argument makeArgument(std::string_view source, const std::vector<std::string_view>& tokens,
-                      const orvex::Finding& finding, bool hasProgramName) {
-    const auto token = tokens.begin() + static_cast<std::ptrdiff_t>(finding.index);
-    Argument argument = {source, ArgumentKind::Flag, {token, token + 1}};
-    argument.name = finding.name;
-    argument.value = finding.value;
-    switch (finding.kind) {
-        case orvex::Finding::Positional:
-            argument.kind = hasProgramName ? ArgumentKind::TestPath : ArgumentKind::ProgramName;
-            return argument;
-        case orvex::Finding::DroppedProgramName:
-            argument.kind = ArgumentKind::DroppedProgramName;
-            return argument;
-        case orvex::Finding::Flag:
-            break;
-        case orvex::Finding::Value:
-            argument.kind = ArgumentKind::Value;
-            argument.tokens.emplace_back(token[1]);
-            break;
-        case orvex::Finding::InlineValue:
-            argument.kind = ArgumentKind::InlineValue;
-            break;
-    }
-    argument.option = findOption(finding.name);
-    return argument;
+void scan(std::string_view source, const std::vector<std::string_view>& tokens, Trace& trace) {
+    const OptionRegistry grammar = makeGrammar();
+    orvex::scanTokens(tokens, grammar, trace.hasProgramName, [&](const orvex::Finding& finding) {
+        Argument& argument = trace.arguments.emplace_back(Argument{source, finding.kind});
+        argument.tokens.emplace_back(tokens[finding.index]);
+        if (finding.kind == orvex::Finding::Value) {
+            argument.tokens.emplace_back(finding.value);
+        }
+        argument.name = finding.name;
+        argument.value = finding.value;
+        argument.option = findOption(finding.name);
+        // The first positional argument is the program name.
+        argument.isTestPath = finding.kind == orvex::Finding::Positional && trace.hasProgramName;
+        trace.hasProgramName = trace.hasProgramName || finding.kind == orvex::Finding::Positional;
+    });
 }
 
-// The arguments in the variable that the source is named after.
+// Splits the variable that the source is named after.
 std::vector<std::string> readVariable(Source& source) {
-    std::vector<std::string> tokens;
-    const char* text = std::getenv(source.name.data());
-    source.state = text == nullptr ? SourceState::NotSet : SourceState::Blank;
-    if (text == nullptr) {
-        return tokens;
+    std::vector<std::string> words;
+    if (const char* text = std::getenv(source.name.data())) {
+        source.state = SourceState::Blank;
+        source.text = text;
+    } else {
+        source.state = SourceState::NotSet;
     }
-    source.text = text;
     try {
-        orvex::splitArgumentString(source.text, tokens);
+        orvex::splitArgumentString(source.text, words);
     } catch (const std::runtime_error& error) {
         source.state = SourceState::Malformed;
         source.message = error.what();
     }
-    return tokens;
+    return words;
 }
 
 std::vector<TracedOption> groupByOption(const std::vector<Argument>& arguments) {
@@ -60,14 +55,13 @@ std::vector<TracedOption> groupByOption(const std::vector<Argument>& arguments) 
     std::map<std::string_view, std::size_t> positions;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const Argument& argument = arguments[i];
-        if (!isOption(argument)) {
-            continue;
+        if (isOption(argument)) {
+            const auto [position, isNew] = positions.try_emplace(argument.name, options.size());
+            if (isNew) {
+                options.push_back({argument.name});
+            }
+            options[position->second].given.push_back(i);
         }
-        const auto [position, isNew] = positions.try_emplace(argument.name, options.size());
-        if (isNew) {
-            options.push_back({argument.name, argument.option});
-        }
-        options[position->second].given.push_back(i);
     }
     return options;
 }
@@ -76,59 +70,28 @@ std::vector<TracedOption> groupByOption(const std::vector<Argument>& arguments) 
 
 Trace traceArguments(int argc, char** argv) {
     Trace trace;
-    const OptionRegistry grammar = makeGrammar();
-    bool hasProgramName = false;
     for (const std::string_view name : {firstVariable, commandLine, lastVariable}) {
-        const bool isReached = argc > 0 && findMalformed(trace) == nullptr;
+        const bool isReached = argc > 0 && trace.findMalformed() == nullptr;
         Source& source = trace.sources.emplace_back(Source{name});
-        if (!isReached) {
-            continue;
-        }
         std::vector<std::string> words;
-        std::vector<std::string_view> tokens(argv, argv + argc);
-        if (name != commandLine) {
+        std::vector<std::string_view> tokens;
+        if (isReached && name == commandLine) {
+            tokens.assign(argv, argv + argc);
+        } else if (isReached) {
             words = readVariable(source);
-            tokens.resize(words.empty() ? 0 : 1);
-            tokens.insert(tokens.end(), words.begin(), words.end());
+            tokens.assign(words.begin(), words.end());
+        }
+        // A variable that holds arguments is scanned as if it began with the program name.
+        if (!words.empty()) {
+            tokens.insert(tokens.begin(), argv[0]);
         }
         if (!tokens.empty()) {
             source.state = SourceState::Scanned;
-            orvex::scanTokens(tokens, grammar, hasProgramName, [&](const orvex::Finding& finding) {
-                trace.arguments.push_back(makeArgument(name, tokens, finding, hasProgramName));
-                hasProgramName = hasProgramName || finding.kind == orvex::Finding::Positional;
-            });
+            scan(name, tokens, trace);
         }
     }
     trace.options = groupByOption(trace.arguments);
     return trace;
-}
-
-const Source* findMalformed(const Trace& trace) {
-    for (const Source& source : trace.sources) {
-        if (source.state == SourceState::Malformed) {
-            return &source;
-        }
-    }
-    return nullptr;
-}
-
-TextScan scanText(const std::string& text) {
-    TextScan scan = {std::nullopt, text};
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isEscaped = text[i] == '\\' && i + 1 < text.size();
-        if (isEscaped) {
-            ++i;
-        } else if (scan.unterminatedQuote && text[i] == text[*scan.unterminatedQuote]) {
-            scan.unterminatedQuote.reset();
-        } else if (!scan.unterminatedQuote && (text[i] == '"' || text[i] == '\'')) {
-            scan.unterminatedQuote = i;
-        }
-        if (!scan.unterminatedQuote && (text[i] == '\n' || text[i] == '\r')) {
-            scan.withoutLineEnds[i] = ' ';
-            scan.withoutLineEnds[i - (isEscaped ? 1 : 0)] = ' ';
-        }
-    }
-    return scan;
 }
 
 }  // namespace tool
