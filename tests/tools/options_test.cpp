@@ -9,11 +9,11 @@
 #include "support/known_options.h"
 
 #include <gmock/gmock.h>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace {
@@ -21,7 +21,7 @@ namespace {
 using tool::OptionKind;
 using tool::ToolOption;
 using Names = std::set<std::string_view>;
-using Values = std::set<std::pair<std::string_view, std::variant<bool, std::string>>>;
+using Values = std::set<std::pair<std::string_view, tool::Value>>;
 
 std::string dashed(const ToolOption& option) {
     return "-" + std::string(option.name);
@@ -37,11 +37,10 @@ tool::Observation observe(const std::string& commandLine) {
 Values allValues(const std::string& commandLine) {
     const tool::Observation seen = observe(commandLine);
     Values values;
-    for (const tool::Accessor& accessor : seen.accessors) {
-        values.emplace(accessor.name, accessor.value);
-    }
-    for (const tool::Field& field : seen.record) {
-        values.emplace(field.name, field.value);
+    for (const auto& results : {seen.accessors, seen.record}) {
+        for (const tool::Result& result : results) {
+            values.emplace(result.name, result.value);
+        }
     }
     for (const tool::Variable& variable : seen.variables) {
         values.emplace(variable.name, variable.after);
@@ -125,28 +124,23 @@ TEST(ToolOptionTable, NamesAWorkingOptionForEachThatOnlyTheUsageTextNames) {
 }
 
 TEST(SuggestOption, FindsTheOptionThatWasMeant) {
-    const char* const rows[][2] = {
-        // the same name except for case, "-", "_" and "tdc_"
-        {"HELP", "help"},
-        {"O", "o"},
-        {"TL", "tl"},
-        {"packet-size", "packetsize"},
-        {"tdc-run-name", "tdc_runname"},
-        {"guid", "tdc_guid"},
-        {"tdc_testname", "testname"},
-        {"tdc_pc_name", "pcname"},
-        // the start of one option
-        {"packets", "packetsize"},
-        {"tdc_prod", "tdc_product"},
-        {"cam", "camemu"},
-        // typing errors
-        {"hlep", "help"},
-        {"packetsise", "packetsize"},
-        {"pakcetsise", "packetsize"},
-        {"camemi", "camemu"},
-        {"camem", "camemu"},
-        {"ccamemu", "camemu"},
-    };
+    // The same name except for case, "-", "_" and "tdc_"; the start of one option; typing errors.
+    const std::map<std::string, std::string> rows = {{"HELP", "help"},
+                                                     {"O", "o"},
+                                                     {"TL", "tl"},
+                                                     {"packet-size", "packetsize"},
+                                                     {"tdc-run-name", "tdc_runname"},
+                                                     {"guid", "tdc_guid"},
+                                                     {"tdc_testname", "testname"},
+                                                     {"tdc_pc_name", "pcname"},
+                                                     {"packets", "packetsize"},
+                                                     {"tdc_prod", "tdc_product"},
+                                                     {"cam", "camemu"},
+                                                     {"hlep", "help"},
+                                                     {"packetsise", "packetsize"},
+                                                     {"pakcetsise", "packetsize"},
+                                                     {"camemi", "camemu"},
+                                                     {"ccamemu", "camemu"}};
     for (const auto& [name, option] : rows) {
         EXPECT_EQ(tool::suggestOption(name), tool::findOption(option)) << name;
     }

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <cstddef>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -79,12 +80,13 @@ TEST(ScanText, FindsAnUnterminatedQuoteExactlyWhereTheTokenizerFails) {
 }
 
 TEST(ScanText, PutsSpacesInPlaceOfLineEndsOutsideQuotes) {
-    const char* const rows[][2] = {
-        {"-o f\n-w", "-o f -w"},         {"-o f\r\n-w\n", "-o f  -w "},          {"-o f \\\n-w", "-o f   -w"},
-        {"-o f\\\\\n-w", "-o f\\\\ -w"}, {"-o 'f\n' \"\n\"", "-o 'f\n' \"\n\""}, {"'\\\n'", "'\\\n'"},
-    };
+    const std::map<std::string, std::string> rows = {
+        {"-o f\n-w", "-o f -w"},         {"-o f\r\n-w\n", "-o f  -w "},    {"-o f \\\n-w", "-o f   -w"},
+        {"-o f\\\\\n-w", "-o f\\\\ -w"}, {"'f\n' \"\n\"", "'f\n' \"\n\""}, {"'\\\n'", "'\\\n'"}};
     for (const auto& [text, expected] : rows) {
-        EXPECT_EQ(tool::scanText(text).withoutLineEnds, expected);
+        const tool::TextScan scan = tool::scanText(text);
+        EXPECT_EQ(scan.withoutLineEnds, expected);
+        EXPECT_EQ(scan.lineEnd.has_value(), text != expected) << text;
     }
 }
 

@@ -307,7 +307,6 @@ HINTS = [
      f'"-packetsise" {UNKNOWN}. Did you mean "-packetsize"? "1500" became a test path.'),
     ("-packetsise=1500", "-packetsize 1500", f'"-packetsise=1500" {UNKNOWN}. Did you mean "-packetsize"?'),
     ("-variant V", "-tdc_variant=V", f'"-variant" {UNKNOWN}. Did you mean "-tdc_variant"? "V" became a test path.'),
-    ("-Testname -5", "-testname -5", f'"-Testname" {UNKNOWN}. Did you mean "-testname"? "-5" became a test path.'),
     ("-packetsise x", None, f'"-packetsise" {UNKNOWN}. Did you mean "-packetsize"? "x" became a test path.'),
     ("-packetsise -w", None, f'"-packetsise" {UNKNOWN}. Did you mean "-packetsize"? It needs a value.'),
     ("-HELP Suite", "-help", f'"-HELP" {UNKNOWN}. Did you mean "-help"?'),
@@ -323,12 +322,12 @@ HINTS = [
     ("-camemu -foo", None, '"-camemu" has no value: the next argument, "-foo", begins with a dash.'),
     ("-x -file.xml", "-x=-file.xml",
      f'"-x" has no value: the next argument {USE_EQUALS} "-file.xml" is the value, use "=".'),
-    ("-p '-a b=c'", "'-p=-a b=c'", f'"-p" has no value: the next argument {USE_EQUALS} "-a b=c" is the value, use "=".'),
+    ("-p '-a b=c'", "'-p=-a b=c'",
+     f'"-p" has no value: the next argument {USE_EQUALS} "-a b=c" is the value, use "=".'),
     ("Suite -tl", None, '"-tl" has no value: it is the last argument.'),
     ("-tdc_variant V", "-tdc_variant=V", '"-tdc_variant" takes a value only after "=". "V" became a test path.'),
     ("-tdc_variant -w", None, '"-tdc_variant" takes a value only after "=". It needs a value.'),
     ("-w=1", "-w", '"-w" takes no value: "-w=1" is not read. Leave out the value to switch it on.'),
-    ("'-?=1'", "'-?'", '"-?" takes no value: "-?=1" is not read. Leave out the value to switch it on.'),
     ("'-packetsize 1500'", "-packetsize 1500", f'"-packetsize 1500" {ATTACHED}'),
     ("-oresult.txt", "-o result.txt", f'"-oresult.txt" {ATTACHED}'),
     ("-packetsize1500", "-packetsize 1500", f'"-packetsize1500" {ATTACHED}'),
@@ -365,8 +364,6 @@ HINTS = [
     ("-tl dravikgige:S", "-tl DravikGigE:S", '"dravikgige" is not "DravikGigE": classes are case-sensitive.'),
     ("-tl DRAVIKGTC", "-tl DravikGTC", '"DRAVIKGTC" is not "DravikGTC": classes are case-sensitive.'),
     ("-tl DravikUsb:S", "-tl DravikUsb", 'The driver "S" is ignored: only DravikGigE takes one.'),
-    ("-tl DravikGigE:A,DravikGigE:B", None,
-     'The driver "A" is not used: if there are several drivers, the last in byte order wins.'),
     ("-tl DravikGTCx", None, '"DravikGTCx" is not the class "DravikGTC", but contains the name. '
      "That is enough to set GENICAM_GENTL64_PATH."),
     ("-tl DravikGigE:DravikGTC", None, '"DravikGigE:DravikGTC" is not the class "DravikGTC", but contains the name. '
@@ -406,10 +403,10 @@ class Hints(unittest.TestCase):
                       [(value[0], "won"), (value[0], "collected")] if value else [(None, "counted")])
 
     def test_there_are_none_if_the_arguments_make_sense_as_they_are(self):
-        for line in ("", "Suite TestSuiteGigE::DynamicHeartbeatTest -w 1 -5", "-tl DravikGigE:S,DravikUsb", "-p a=b Suite",
-                     "-tl A Suite DravikTests", "-o=-x -x a=b", "-tl DravikUsb DravikTests::Case", "h=x packetsize",
-                     "-testname it’s -packetsize 1500", "-tdc_rundescription '–o “quoted” = 1,500' -p -5 -tdc_variant=V",
-                     "-o a -o b -tdc_product= -tdc_product=x", "-packetsize 1x -packetsize 2"):
+        for line in ("", "Suite TestSuiteGigE::DynamicHeartbeatTest -w 1 -5", "-tl DravikGigE:S,DravikUsb",
+                     "-p a=b Suite", "-tl A Suite DravikTests", "-o=-x -x a=b", "-tl DravikUsb DravikTests::Case",
+                     "h=x packetsize", "-testname it’s -packetsize 1500", "-o a -o b -tdc_product= -tdc_product=x",
+                     "-tdc_rundescription '–o “quoted” = 1,500' -p -5 -tdc_variant=V", "-packetsize 1x -packetsize 2"):
             with self.subTest(line=line):
                 self.assertEqual(show_line(line, "command line")["hints"], [])
 
@@ -424,15 +421,16 @@ class Hints(unittest.TestCase):
         self.assertIsNone(hint["correction"])
 
     def test_a_line_end_in_a_variable_separates_nothing(self):
-        for text, token, corrected in (("-o f\n-w", "f\\n-w", "-o f -w"), ("-o f -w\r\n", "-w\\r\\n", "-o f -w  "),
-                                       ("-o f \\\n -w", "\\n", "-o f    -w")):
+        rows = {"-o f\n-w": "-o f -w", "-o f -w\r\n": "-o f -w  ", "-o f \\\n -w": "-o f    -w"}
+        for text, corrected in rows.items():
             with self.subTest(text=text):
                 (hint, *_) = show_json(variables={"ORVEX_TEST_ARGS": text})["hints"]
                 self.assertEqual(hint, {
                     "source": "ORVEX_TEST_ARGS", "argument": text, "correction": corrected,
-                    "message": f'"{token}" is one argument: a line end does not separate arguments.'})
+                    "message": "A line end does not separate arguments."})
                 report = show_json(variables={"ORVEX_TEST_ARGS": corrected})
                 self.assertEqual((report["outputFilename"], report["waitBeforeExit"], report["hints"]), ("f", True, []))
+        self.assertIn("\n      -o f\\n-w\n          ^\n", show(variables={"ORVEX_TEST_ARGS": "-o f\n-w"}).stdout)
         self.assertEqual(show_json(variables={"ORVEX_TEST_ARGS": "-testname 'a\nb'"})["hints"], [])
 
     def test_a_variable_with_almost_the_right_name_is_not_read(self):
@@ -542,8 +540,8 @@ class Failure(unittest.TestCase):
 class Terminal(unittest.TestCase):
     """The text itself, on terminals and elsewhere."""
     maxDiff = None
-    ARGUMENTS = ("-tl", "DravikGigE:S", "-o", "directory/" * 30 + "file", "-x", "wörd 日本 " * 40 + "end", "-packetsise",
-                 "1500", "-camemu", "1")
+    ARGUMENTS = ("-tl", "DravikGigE:S", "-o", "directory/" * 30 + "file", "-x", "wörd 日本 " * 40 + "end",
+                 "-packetsise", "1500", "-camemu", "1")
 
     def test_shows_what_a_test_program_sees_and_where_it_came_from(self):
         result = show("-o", "c", "-w", "Suite", "-foo", variables={

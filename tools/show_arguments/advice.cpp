@@ -9,6 +9,7 @@
 #include <cctype>
 #include <cstddef>
 #include <cstdlib>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,7 +24,6 @@ namespace {
 struct Place {
     const Argument& here;
     std::size_t count;
-    const std::string& driver;  // of DravikGigE, as a parse sets it
 
     // The next argument in the same source; null if this is the last one.
     const Argument* next() const {
@@ -45,14 +45,6 @@ using Advice = std::optional<Finding>;
 
 bool startsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
-}
-
-bool isOf(OptionKind kind, const Argument& argument) {
-    return argument.option != nullptr && argument.option->kind == kind;
-}
-
-bool isUnknownOption(const Argument& argument) {
-    return isOption(argument) && argument.option == nullptr;
 }
 
 std::string trimmed(std::string_view text) {
@@ -108,9 +100,6 @@ Finding useOption(const Place& place, const ToolOption& option, const std::strin
 // The hints about one argument or several that follow each other.
 
 Advice onlyUsageTextNamesOption(const Place& place) {
-    if (!isOf(OptionKind::Unread, place.here)) {
-        return std::nullopt;
-    }
     const ToolOption& option = *place.here.option;
     return useOption(place, *findOption(option.instead),
                      fmt::format(R"("-{}" is in the usage text, but nothing reads it. Use "-{}".)",
@@ -132,7 +121,7 @@ const ToolOption* findPrefix(std::string_view text) {
 // "-oresult.txt", "-packetsize1500", "-packetsize:1500"
 Advice valueIsAttached(const Place& place) {
     const std::string_view text = orvex::withoutLeadingDashes(place.here.tokens[0]);
-    const ToolOption* option = isUnknownOption(place.here) ? findPrefix(text) : nullptr;
+    const ToolOption* option = findPrefix(text);
     if (option == nullptr) {
         return std::nullopt;
     }
@@ -150,9 +139,6 @@ Advice valueIsAttached(const Place& place) {
 }
 
 Advice optionIsUnknown(const Place& place) {
-    if (!isUnknownOption(place.here)) {
-        return std::nullopt;
-    }
     const std::string message = fmt::format("{} is not a known option", inQuotes(place.here.tokens[0]));
     if (const ToolOption* option = suggestOption(place.here.name)) {
         return useOption(place, *option, fmt::format(R"({}. Did you mean "-{}"?)", message, option->name));
@@ -162,33 +148,39 @@ Advice optionIsUnknown(const Place& place) {
                    (path == nullptr ? "" : fmt::format(" {} became a test path.", inQuotes(path->value)))};
 }
 
+Advice flagHasValue(const Place& place) {
+    return Finding{
+        fmt::format(R"("-{}" takes no value: {} is not read. Leave out the value to switch it on.)",
+                    place.here.name, inQuotes(place.here.tokens[0])),
+        quotedFor(place.here.source, fmt::format("-{}", place.here.name))};
+}
+
 Advice equalsSignIsSpaced(const Place& place) {
-    const ToolOption* option = place.here.option;
-    if (option == nullptr || option->kind == OptionKind::Flag) {
-        return std::nullopt;
-    }
+    const ToolOption& option = *place.here.option;
+    const bool isInline = place.here.kind == orvex::Finding::InlineValue;
     // What follows the name, "=" included, in as many test paths as it takes.
-    std::string text = (place.here.kind == orvex::Finding::InlineValue ? "=" : "") + place.here.value;
+    std::string text = (isInline ? "=" : "") + place.here.value;
     std::size_t covered = 1;
     while ((text.empty() || text == "=") && place.path(covered) != nullptr) {
         text += place.path(covered)->value;
         ++covered;
     }
-    const bool isSpaced = place.here.kind != orvex::Finding::InlineValue || covered > 1;
-    if (!isSpaced || !startsWith(text, "=") || !isUsableValue(*option, text.substr(1))) {
+    const bool isSpaced = !isInline || covered > 1;
+    if (!isSpaced || !startsWith(text, "=") || !isUsableValue(option, text.substr(1))) {
         return std::nullopt;
     }
-    return Finding{fmt::format(R"(There must be no space before or after the "=" of "-{}".)", option->name),
-                   correct(place, *option, text.substr(1)), covered};
+    return Finding{fmt::format(R"(There must be no space before or after the "=" of "-{}".)", option.name),
+                   correct(place, option, text.substr(1)), covered};
+}
+
+Advice equalsSignIsMissing(const Place& place) {
+    return useOption(place, *place.here.option,
+                     fmt::format(R"("-{}" takes a value only after "=".)", place.here.name));
 }
 
 Advice valueIsMissing(const Place& place) {
-    const ToolOption* option = place.here.option;
-    if (option == nullptr || place.here.kind != orvex::Finding::Flag || option->kind == OptionKind::Flag ||
-        option->kind == OptionKind::InlineValue) {
-        return std::nullopt;
-    }
-    const std::string message = fmt::format(R"("-{}" has no value)", option->name);
+    const ToolOption& option = *place.here.option;
+    const std::string message = fmt::format(R"("-{}" has no value)", option.name);
     const Argument* next = place.next();
     if (next == nullptr) {
         return Finding{message + ": it is the last argument."};
@@ -197,33 +189,14 @@ Advice valueIsMissing(const Place& place) {
         return Finding{fmt::format(R"({}: the next argument is the option "-{}".)", message, next->name)};
     }
     const std::string& value = next->tokens[0];
-    const bool isSlip =
-        suggestOption(next->name) != nullptr || valueIsAttached({*next, place.count - 1, place.driver});
-    if (isSlip || !isUsableValue(*option, value)) {
+    const bool isSlip = suggestOption(next->name) != nullptr || valueIsAttached({*next, place.count - 1});
+    if (isSlip || !isUsableValue(option, value)) {
         return Finding{
             fmt::format("{}: the next argument, {}, begins with a dash.", message, inQuotes(value))};
     }
     return Finding{fmt::format(R"({0}: the next argument begins with a dash. If {1} is the value, use "=".)",
                                message, inQuotes(value)),
-                   correct(place, *option, value), 2};
-}
-
-Advice equalsSignIsMissing(const Place& place) {
-    if (!isOf(OptionKind::InlineValue, place.here) || place.here.kind != orvex::Finding::Flag) {
-        return std::nullopt;
-    }
-    return useOption(place, *place.here.option,
-                     fmt::format(R"("-{}" takes a value only after "=".)", place.here.name));
-}
-
-Advice flagHasValue(const Place& place) {
-    if (!isOf(OptionKind::Flag, place.here) || place.here.kind == orvex::Finding::Flag) {
-        return std::nullopt;
-    }
-    return Finding{
-        fmt::format(R"("-{}" takes no value: {} is not read. Leave out the value to switch it on.)",
-                    place.here.name, inQuotes(place.here.tokens[0])),
-        quotedFor(place.here.source, fmt::format("-{}", place.here.name))};
+                   correct(place, option, value), 2};
 }
 
 Advice quotesAreCurly(const Place& place) {
@@ -290,7 +263,7 @@ Advice dashIsFromDocument(const Place& place) {
         {"\u2013", "an en dash"}, {"\u2014", "an em dash"}, {"\u2212", "a minus sign"}};
     const std::string& text = place.here.value;
     for (const auto& [dash, name] : dashes) {
-        if (place.here.isTestPath && startsWith(text, dash)) {
+        if (startsWith(text, dash)) {
             return addDash(place, std::string_view(text).substr(dash.size()),
                            fmt::format(R"({} became a test path: it begins with {} instead of "-".)",
                                        inQuotes(text), name));
@@ -300,9 +273,6 @@ Advice dashIsFromDocument(const Place& place) {
 }
 
 Advice dashIsMissing(const Place& place) {
-    if (!place.here.isTestPath) {
-        return std::nullopt;
-    }
     const std::string& text = place.here.value;
     const Finding finding =
         addDash(place, text, fmt::format("{} became a test path: it has no dash in front.", inQuotes(text)));
@@ -319,30 +289,13 @@ Advice valueIsEmpty(const Place& place) {
 
 Advice numberHasMore(const Place& place) {
     const std::string& value = place.here.value;
-    if (!isOf(OptionKind::Number, place.here) || place.here.outcome != Outcome::Won ||
-        value.find_first_not_of("0123456789") == std::string::npos) {
+    const bool isUsed = place.here.option->kind == OptionKind::Number && place.here.outcome == Outcome::Won;
+    if (!isUsed || value.find_first_not_of("0123456789") == std::string::npos) {
         return std::nullopt;
     }
     return Finding{
         fmt::format("{} does not end after its digits. It is passed on as written.", inQuotes(value))};
 }
-
-// The first one that finds something gives the hint.
-constexpr Advice (*argumentAdvice[])(const Place&) = {
-    onlyUsageTextNamesOption,
-    valueIsAttached,
-    optionIsUnknown,
-    equalsSignIsSpaced,
-    valueIsMissing,
-    equalsSignIsMissing,
-    flagHasValue,
-    quotesAreCurly,
-    valueIsCutAtSpace,
-    dashIsFromDocument,
-    dashIsMissing,
-    valueIsEmpty,
-    numberHasMore,
-};
 
 // The hints about an entry of a -tl value.
 
@@ -399,15 +352,6 @@ Advice driverIsIgnored(const Place& place, const Layer& layer) {
         correctLayers(place)};
 }
 
-Advice driverIsLost(const Place& place, const Layer& layer) {
-    if (!layer.driver || layer.deviceClass != "DravikGigE" || *layer.driver == place.driver) {
-        return std::nullopt;
-    }
-    return Finding{
-        fmt::format("The driver {} is not used: if there are several drivers, the last in byte order wins.",
-                    inQuotes(*layer.driver))};
-}
-
 Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer) {
     if (layer.deviceClass == "DravikGTC" || layer.text.find("DravikGTC") == std::string::npos) {
         return std::nullopt;
@@ -418,22 +362,44 @@ Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer) {
                     inQuotes(layer.text))};
 }
 
-constexpr Advice (*layerAdvice[])(const Place&, const Layer&) = {
-    layerHasSpaces, classHasOtherCase, driverIsIgnored, driverIsLost, classIsOnlyMentioned,
-};
-
-Advice adviseOnArgument(const Place& place) {
+// What the first of the functions finds that finds anything.
+Advice findFirst(const Place& place, std::initializer_list<Advice (*)(const Place&)> functions) {
     Advice advice;
-    for (const auto advise : argumentAdvice) {
-        advice = advice ? advice : advise(place);
+    for (const auto function : functions) {
+        advice = advice ? advice : function(place);
     }
     return advice;
+}
+
+Advice adviseOnArgument(const Place& place) {
+    const bool hasValue = place.here.kind != orvex::Finding::Flag;
+    if (place.here.isTestPath) {
+        return findFirst(place, {dashIsFromDocument, dashIsMissing, quotesAreCurly});
+    }
+    if (!isOption(place.here)) {
+        return std::nullopt;  // the program name
+    }
+    if (place.here.option == nullptr) {
+        return findFirst(place, {valueIsAttached, optionIsUnknown});
+    }
+    if (place.here.option->kind == OptionKind::Unread) {
+        return onlyUsageTextNamesOption(place);
+    }
+    if (place.here.option->kind == OptionKind::Flag) {
+        return hasValue ? flagHasValue(place) : std::nullopt;
+    }
+    if (hasValue) {
+        return findFirst(
+            place, {equalsSignIsSpaced, quotesAreCurly, valueIsCutAtSpace, valueIsEmpty, numberHasMore});
+    }
+    const bool needsEqualsSign = place.here.option->kind == OptionKind::InlineValue;
+    return findFirst(place, {equalsSignIsSpaced, needsEqualsSign ? equalsSignIsMissing : valueIsMissing});
 }
 
 // One hint of each kind is enough for a value, however many entries it has.
 void adviseOnLayers(const Place& place, std::vector<Finding>& findings) {
     const std::vector<Layer> layers = splitTransportLayers(place.here.value);
-    for (const auto advise : layerAdvice) {
+    for (const auto advise : {layerHasSpaces, classHasOtherCase, driverIsIgnored, classIsOnlyMentioned}) {
         Advice advice;
         for (auto layer = layers.begin(); layer != layers.end() && !advice; ++layer) {
             advice = advise(place, *layer);
@@ -445,15 +411,12 @@ void adviseOnLayers(const Place& place, std::vector<Finding>& findings) {
 }
 
 void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
-    const TracedOption* layers = trace.findOption("tl");
-    const std::string driver = layers == nullptr ? "" : findDriver(layers->value);
     std::size_t uncovered = 0;  // the first argument that no hint is about
     for (std::size_t i = 0; i < trace.arguments.size(); ++i) {
         const Argument& argument = trace.arguments[i];
-        const Place place = {argument, trace.arguments.size() - i, driver};
+        const Place place = {argument, trace.arguments.size() - i};
         std::vector<Finding> findings;
-        const bool isProgramName = !isOption(argument) && !argument.isTestPath;
-        const Advice advice = i < uncovered || isProgramName ? std::nullopt : adviseOnArgument(place);
+        const Advice advice = i < uncovered ? std::nullopt : adviseOnArgument(place);
         if (advice) {
             findings.push_back(*advice);
             uncovered = i + advice->covered;
@@ -491,21 +454,11 @@ void quoteIsUnterminated(const Source& source, std::vector<Hint>& hints) {
     hints.push_back(hint);
 }
 
-void lineEndSeparatesNothing(const Trace& trace, const Source& source, std::vector<Hint>& hints) {
-    const std::string corrected = scanText(source.text).withoutLineEnds;
-    if (corrected == source.text) {
-        return;
-    }
-    for (const Argument& argument : trace.arguments) {
-        for (const std::string& token : argument.tokens) {
-            if (argument.source == source.name && token.find_first_of("\r\n") != std::string::npos) {
-                hints.push_back({source.name, source.text,
-                                 fmt::format("{} is one argument: a line end does not separate arguments.",
-                                             inQuotes(token)),
-                                 corrected});
-                return;
-            }
-        }
+void lineEndSeparatesNothing(const Source& source, std::vector<Hint>& hints) {
+    const TextScan scan = scanText(source.text);
+    if (scan.lineEnd) {
+        hints.push_back({source.name, source.text, "A line end does not separate arguments.",
+                         scan.withoutLineEnds, scan.lineEnd});
     }
 }
 
@@ -545,7 +498,7 @@ std::vector<Hint> giveAdvice(const Report& report) {
         quoteIsUnterminated(*source, hints);
     } else {
         for (const Source& source : trace.sources) {
-            lineEndSeparatesNothing(trace, source, hints);
+            lineEndSeparatesNothing(source, hints);
         }
         adviseOnArguments(trace, hints);
     }

@@ -28,6 +28,11 @@ Json asJsonText(const std::string& text) {
     return json;
 }
 
+Json asJsonValue(const Value& value) {
+    const auto* text = std::get_if<std::string>(&value);
+    return text == nullptr ? Json(std::get<bool>(value)) : asJsonText(*text);
+}
+
 // A list of what the function makes of each element.
 template <typename Element, typename Function>
 Json asList(const std::vector<Element>& elements, Function function) {
@@ -123,14 +128,12 @@ std::string asJson(const Report& report) {
     const std::vector<Argument>& arguments = report.trace.arguments;
     Json json = {{"succeeded", seen.succeeded},
                  {"reason", report.reason.empty() ? Json(nullptr) : Json(report.reason)}};
-    for (const Accessor& accessor : seen.accessors) {
-        const auto* text = std::get_if<std::string>(&accessor.value);
-        json[std::string(accessor.name)] =
-            text == nullptr ? Json(std::get<bool>(accessor.value)) : asJsonText(*text);
+    for (const Result& accessor : seen.accessors) {
+        json[std::string(accessor.name)] = asJsonValue(accessor.value);
     }
     json["testPaths"] = asList(seen.testPaths, asJsonText);
-    for (const Field& field : seen.record) {
-        json["testRunInformation"][std::string(field.name)] = asJsonText(field.value);
+    for (const Result& field : seen.record) {
+        json["testRunInformation"][std::string(field.name)] = asJsonValue(field.value);
     }
     json["environment"] = asList(seen.variables, [&](const Variable& variable) {
         return variableAsJson(variable, isDefault(report, variable));

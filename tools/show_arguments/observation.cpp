@@ -80,26 +80,24 @@ Observation observeParse(int argc, char** argv) {
     };
     seen.testPaths = parser.getTestPaths();
     const TestRunInformation& record = parser.getTestRunInformation();
-    seen.record = {
-        {"group", record.group},
-        {"guid", record.guid},
-        {"runName", record.runName},
-        {"runDescription", record.runDescription},
-        {"product", record.product},
-        {"fixedZero", record.fixedZero},
-        {"userId", record.userId},
-        {"vcsRevision", record.vcsRevision},
-        {"vcsBranch", record.vcsBranch},
-        {"secondVcsRevision", record.secondVcsRevision},
-        {"secondVcsBranch", record.secondVcsBranch},
-        {"pcName", record.pcName},
-        {"osName", record.osName},
-        {"transportLayers", record.transportLayers},
-        {"tdcDravikXmlFilename", record.tdcDravikXmlFilename},
-        {"testName", record.testName},
-        {"osType", record.osType},
-        {"bit", record.bit},
-    };
+    seen.record = {{"group", record.group},
+                   {"guid", record.guid},
+                   {"runName", record.runName},
+                   {"runDescription", record.runDescription},
+                   {"product", record.product},
+                   {"fixedZero", record.fixedZero},
+                   {"userId", record.userId},
+                   {"vcsRevision", record.vcsRevision},
+                   {"vcsBranch", record.vcsBranch},
+                   {"secondVcsRevision", record.secondVcsRevision},
+                   {"secondVcsBranch", record.secondVcsBranch},
+                   {"pcName", record.pcName},
+                   {"osName", record.osName},
+                   {"transportLayers", record.transportLayers},
+                   {"tdcDravikXmlFilename", record.tdcDravikXmlFilename},
+                   {"testName", record.testName},
+                   {"osType", record.osType},
+                   {"bit", record.bit}};
     return seen;
 }
 

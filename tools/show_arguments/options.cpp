@@ -3,6 +3,7 @@
 #include "OrvexTestCommandLineParser.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -13,16 +14,12 @@ namespace {
 
 constexpr std::size_t noMatch = 100;
 
-char lowerCase(char byte) {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
-}
-
 // What is left of a name when case, "-", "_" and "tdc_" do not matter.
 std::string coreOf(std::string_view name) {
     std::string core;
     for (const char byte : name) {
         if (byte != '-' && byte != '_') {
-            core += lowerCase(byte);
+            core += static_cast<char>(std::tolower(static_cast<unsigned char>(byte)));
         }
     }
     return core.rfind("tdc", 0) == 0 ? core.substr(3) : core;

@@ -66,7 +66,7 @@ std::string quotedForVariable(std::string_view text) {
 }
 
 TextScan scanText(const std::string& text) {
-    TextScan scan = {std::nullopt, text};
+    TextScan scan = {std::nullopt, std::nullopt, text};
     for (std::size_t i = 0; i < text.size(); ++i) {
         const std::size_t start = i;
         if (text[i] == '\\' && i + 1 < text.size()) {
@@ -77,6 +77,7 @@ TextScan scanText(const std::string& text) {
             scan.unterminatedQuote = i;
         }
         if (!scan.unterminatedQuote && (text[i] == '\n' || text[i] == '\r')) {
+            scan.lineEnd = scan.lineEnd.value_or(i);
             scan.withoutLineEnds[start] = ' ';
             scan.withoutLineEnds[i] = ' ';
         }

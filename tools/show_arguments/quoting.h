@@ -31,6 +31,7 @@ std::string quotedForVariable(std::string_view text);
 // What the tokenizer makes of the value of such a variable, as far as it can be seen without splitting it.
 struct TextScan {
     std::optional<std::size_t> unterminatedQuote;  // its index
+    std::optional<std::size_t> lineEnd;            // the index of the first one outside quotes
     std::string withoutLineEnds;                   // with spaces in place of those outside quotes
 };
 TextScan scanText(const std::string& text);

@@ -74,14 +74,12 @@ struct Trace {
     const TracedOption* findOption(std::string_view name) const;  // null if it was not given
 };
 
-struct Accessor {
-    std::string_view name;
-    std::variant<bool, std::string> value;
-};
+using Value = std::variant<bool, std::string>;
 
-struct Field {
+// What an accessor returns, or a field of the test-run record holds.
+struct Result {
     std::string_view name;
-    std::string value;
+    Value value;
 };
 
 enum class VariableState {
@@ -100,9 +98,9 @@ struct Variable {
 // What a test program sees after a parse.
 struct Observation {
     bool succeeded = false;
-    std::vector<Accessor> accessors = {};
+    std::vector<Result> accessors = {};
     std::vector<std::string> testPaths = {};
-    std::vector<Field> record = {};        // in the order of TestRunInformation
+    std::vector<Result> record = {};       // in the order of TestRunInformation
     std::vector<Variable> variables = {};  // those that exist, in the order in which a parse sets them
 
     const Variable* findSet(std::string_view name) const;  // null if the parse did not set the variable
@@ -125,7 +123,7 @@ struct Hint {
     std::string argument;                   // as one would type it there
     std::string message;                    // whole sentences
     std::string correction = {};            // what to type there instead; empty if only the user can tell
-    std::optional<std::size_t> quote = {};  // the index of an unterminated quote in the argument
+    std::optional<std::size_t> caret = {};  // the index of the byte in the argument that is at fault
 };
 
 struct Report {
@@ -159,9 +157,6 @@ struct Layer {
 
 // The entries of a -tl value. A parse skips empty ones, and so does this.
 std::vector<Layer> splitTransportLayers(const std::string& value);
-
-// Of the DravikGigE drivers in all -tl values, the last in byte order, which is the one that is set.
-std::string findDriver(const std::string& transportLayers);
 
 // Reads everything in the report but its hints. If a source is malformed, the arguments get no hints.
 std::vector<Hint> giveAdvice(const Report& report);

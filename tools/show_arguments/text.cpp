@@ -130,23 +130,19 @@ private:
 };
 
 Style styleOf(Outcome outcome) {
-    switch (outcome) {
-        case Outcome::Won:
-        case Outcome::Collected:
-        case Outcome::Counted:
-            return Style::Good;
-        case Outcome::Refused:
-            return Style::Bad;
-        default:
-            return Style::Plain;
+    if (outcome == Outcome::Refused) {
+        return Style::Bad;
     }
+    const bool isUsed =
+        outcome == Outcome::Won || outcome == Outcome::Collected || outcome == Outcome::Counted;
+    return isUsed ? Style::Good : Style::Plain;
 }
 
-std::string show(const Accessor& accessor) {
-    if (const auto* text = std::get_if<std::string>(&accessor.value)) {
+std::string show(const Value& value) {
+    if (const auto* text = std::get_if<std::string>(&value)) {
         return plainOrQuoted(*text);
     }
-    return std::get<bool>(accessor.value) ? "yes" : "no";
+    return std::get<bool>(value) ? "yes" : "no";
 }
 
 std::string show(const Argument& argument) {
@@ -159,8 +155,8 @@ std::string show(const Argument& argument) {
 
 std::vector<Row> resultRows(const Report& report) {
     std::vector<Row> rows;
-    for (const Accessor& accessor : report.seen.accessors) {
-        rows.push_back({std::string(accessor.name), show(accessor)});
+    for (const Result& accessor : report.seen.accessors) {
+        rows.push_back({std::string(accessor.name), show(accessor.value)});
     }
     return rows;
 }
@@ -195,11 +191,11 @@ std::vector<Row> testPathRows(const Trace& trace) {
 std::vector<Row> recordRows(const Report& report) {
     std::vector<Row> rows;
     std::vector<std::string_view> empty;
-    for (const Field& field : report.seen.record) {
-        if (field.value.empty()) {
+    for (const Result& field : report.seen.record) {
+        if (field.value == Value(std::string())) {
             empty.push_back(field.name);
         } else {
-            rows.push_back({std::string(field.name), plainOrQuoted(field.value)});
+            rows.push_back({std::string(field.name), show(field.value)});
         }
     }
     if (!empty.empty()) {
@@ -261,8 +257,8 @@ void addHints(const std::vector<Hint>& hints, Page& page) {
     }
     for (const Hint& hint : hints) {
         page.addParagraph(fmt::format("{}: {}", hint.source, hint.message), 2);
-        if (hint.quote) {
-            page.addExcerpt(hint.argument, *hint.quote);
+        if (hint.caret) {
+            page.addExcerpt(hint.argument, *hint.caret);
         }
         if (!hint.correction.empty()) {
             page.addLine("      " + hint.correction);
