@@ -9,6 +9,7 @@
 #include "support/known_options.h"
 
 #include <gmock/gmock.h>
+#include <cstddef>
 #include <map>
 #include <set>
 #include <string>

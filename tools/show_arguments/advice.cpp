@@ -188,15 +188,15 @@ Advice valueIsMissing(const Place& place) {
     if (next->option != nullptr) {
         return Finding{fmt::format(R"({}: the next argument is the option "-{}".)", message, next->name)};
     }
-    const std::string& value = next->tokens[0];
+    const std::string value = inQuotes(next->tokens[0]);
+    const std::string correction = correct(place, option, next->tokens[0]);
     const bool isSlip = suggestOption(next->name) != nullptr || valueIsAttached({*next, place.count - 1});
-    if (isSlip || !isUsableValue(option, value)) {
-        return Finding{
-            fmt::format("{}: the next argument, {}, begins with a dash.", message, inQuotes(value))};
+    if (isSlip || correction.empty()) {
+        return Finding{fmt::format("{}: the next argument, {}, begins with a dash.", message, value)};
     }
-    return Finding{fmt::format(R"({0}: the next argument begins with a dash. If {1} is the value, use "=".)",
-                               message, inQuotes(value)),
-                   correct(place, option, value), 2};
+    return Finding{fmt::format(R"({}: the next argument begins with a dash. If {} is the value, use "=".)",
+                               message, value),
+                   correction, 2};
 }
 
 Advice quotesAreCurly(const Place& place) {

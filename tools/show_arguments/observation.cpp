@@ -1,7 +1,7 @@
 #include "OrvexTestCommandLineParser.h"
 #include "report.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <optional>
 #include <string>

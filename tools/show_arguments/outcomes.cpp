@@ -1,11 +1,13 @@
 #include "environment/split_string.h"
 #include "options.h"
+#include "parser/option_scanner.h"
 #include "quoting.h"
 #include "report.h"
 
 #include <fmt/format.h>
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
