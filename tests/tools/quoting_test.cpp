@@ -34,7 +34,7 @@ bool canBeSplit(const std::string& text) {
     }
 }
 
-TEST(QuotedForVariable, IsOneArgumentOfTheTokenizerForEveryString) {
+TEST(QuotedForVariable, YieldsTheStringInTheTokenizer) {
     for (const std::string& text : shortStrings(4)) {
         std::vector<std::string> tokens;
         orvex::splitArgumentString("x " + tool::quotedForVariable(text) + " y", tokens);
@@ -42,7 +42,7 @@ TEST(QuotedForVariable, IsOneArgumentOfTheTokenizerForEveryString) {
     }
 }
 
-TEST(QuotedForShell, LeavesOnlyWhatEveryShellTakesAsItIs) {
+TEST(QuotedForShell, QuotesAllButBytesThatEveryShellTakesLiterally) {
     EXPECT_EQ(tool::quotedForShell("-p=a:b,c/d.e_1"), "-p=a:b,c/d.e_1");
     EXPECT_EQ(tool::quotedForShell("-?"), "'-?'");
     EXPECT_EQ(tool::quotedForShell("it's $x"), R"('it'\''s $x')");
@@ -79,7 +79,7 @@ TEST(ScanText, FindsAnUnterminatedQuoteExactlyWhereTheTokenizerFails) {
     }
 }
 
-TEST(ScanText, PutsSpacesInPlaceOfLineEndsOutsideQuotes) {
+TEST(ScanText, ReplacesLineEndsOutsideQuotesWithSpaces) {
     const std::map<std::string, std::string> rows = {
         {"-o f\n-w", "-o f -w"},         {"-o f\r\n-w\n", "-o f  -w "},    {"-o f \\\n-w", "-o f   -w"},
         {"-o f\\\\\n-w", "-o f\\\\ -w"}, {"'f\n' \"\n\"", "'f\n' \"\n\""}, {"'\\\n'", "'\\\n'"}};

@@ -191,8 +191,8 @@ class Values(unittest.TestCase):
             ("dravikgige:S",): "class dravikgige, driver S ignored",
             (":S",): 'class "", driver S ignored',
             ("A,,B:",): "class A, no driver; class B, no driver",
-            ("DravikGigE:a,DravikGigE:b",): "class DravikGigE, driver a lost to the last in byte order; "
-                                            "class DravikGigE, driver b taken",
+            ("DravikGigE:b,DravikGigE:a",): "class DravikGigE, driver b taken; "
+                                            "class DravikGigE, driver a lost to the last in byte order",
         }
         for arguments, note in rows.items():
             with self.subTest(arguments=arguments):
@@ -223,10 +223,12 @@ class Environment(unittest.TestCase):
             "TEST_PROPERTIES": ("", ""), "ORVEX_GTC_USE_EXTRA_TL": ("0", "0"),
             "GENICAM_GENTL64_PATH": ("/old", "/old")})
 
-    def test_only_the_default_packet_size_is_a_default(self):
-        for arguments, is_default in (((), True), (("-packetsize=",), True), (("-packetsize", "8192"), False)):
-            variables = [v for v in show_json(*arguments)["environment"] if v["isDefault"]]
-            self.assertEqual([v["name"] for v in variables], ["ORVEX_GIGE_STREAM_GEVSCPS"] * is_default)
+    def test_only_a_packet_size_that_the_parse_sets_without_the_option_is_a_default(self):
+        for line, is_default in (("", True), ("-packetsize=", True), ("-packetsize 8192", False),
+                                 ("-socketbuffer x", False)):
+            report = show_json(*line.split(), variables={"ORVEX_GIGE_STREAM_GEVSCPS": "9000"})
+            defaults = [variable["name"] for variable in report["environment"] if variable["isDefault"]]
+            self.assertEqual(defaults, ["ORVEX_GIGE_STREAM_GEVSCPS"] * is_default, line)
 
     def test_an_option_does_not_show_what_another_one_sets(self):
         report = show_json("-tl", "DravikUsb", "-socketbuffer", "1", "-packetsize=", "-h=1", "-?")
@@ -501,17 +503,12 @@ class Failure(unittest.TestCase):
                         report = show_json(variables={variable: corrected})
                         self.assertEqual((report["succeeded"], report["hints"]), (True, []))
 
-    def test_the_first_number_that_does_not_begin_with_a_digit(self):
-        numbers = ("socketbuffer", "packetsize", "packetdelay", "camemu")
-        for i, option in enumerate(numbers):
-            # Those that are checked later are bad, too.
-            bad = [word for other in reversed(numbers[i:]) for word in (f"-{other}", "-1")]
-            with self.subTest(option=option):
-                self.assert_fails(show(*bad, variables={"_ORVEX_TEST_ARGS_": f"-{option} x1"}),
-                                  f'the value of -{option} does not begin with a digit: "x1" (_ORVEX_TEST_ARGS_)')
+    def test_the_first_bad_number_in_the_order_of_the_checks_is_the_reason(self):
+        self.assert_fails(show("-camemu", "-1", "-packetsize", "-1", variables={"_ORVEX_TEST_ARGS_": "-packetsize x1"}),
+                          'the value of -packetsize does not begin with a digit: "x1" (_ORVEX_TEST_ARGS_)')
 
     @unittest.skipUnless(sys.platform.startswith("linux"), "needs a relative library search path")
-    def test_application_directory_that_cannot_be_found(self):
+    def test_an_application_directory_that_cannot_be_found_is_the_reason(self):
         # The loader finds the library relative to a directory that is gone, so that its path leads nowhere.
         with tempfile.TemporaryDirectory() as directory:
             library = os.path.join(directory, "library", "libtestcommandlineparser.so.0")
@@ -523,13 +520,13 @@ class Failure(unittest.TestCase):
                          {"LD_LIBRARY_PATH": "../library"})
         self.assert_fails(result, "OrvexTestCommandLineParser::getApplicationDir> realpath() failed")
 
-    def test_the_program_itself_fails_differently(self):
+    def test_a_wrong_format_exits_with_2(self):
         result = show(variables={"SHOW_ARGUMENTS_FORMAT": "xml"})
         self.assertEqual((result.returncode, result.stdout, result.stderr),
                          (2, "", "show_arguments: SHOW_ARGUMENTS_FORMAT must be text or json\n"))
 
     @unittest.skipUnless(os.path.exists("/dev/full"), "needs a file that is always full")
-    def test_a_full_output_is_an_error(self):
+    def test_a_full_output_exits_with_2(self):
         with open("/dev/full", "w", encoding="utf-8") as full:
             program = subprocess.run((PROGRAM,), env=clean_environment(), stdout=full, stderr=subprocess.PIPE,
                                      encoding="utf-8", timeout=60, check=False)
@@ -543,7 +540,7 @@ class Terminal(unittest.TestCase):
     ARGUMENTS = ("-tl", "DravikGigE:S", "-o", "directory/" * 30 + "file", "-x", "wörd 日本 " * 40 + "end",
                  "-packetsise", "1500", "-camemu", "1")
 
-    def test_shows_what_a_test_program_sees_and_where_it_came_from(self):
+    def test_the_report_shows_what_a_test_program_sees_and_why(self):
         result = show("-o", "c", "-w", "Suite", "-foo", variables={
             "ORVEX_TEST_ARGS": "-o a -tdc_guid '' First", "_ORVEX_TEST_ARGS_": " \t",
             "ORVEX_GIGE_STREAM_GEVSCPS": "9000", "ORVEX_CAMEMU": "2"})
@@ -615,7 +612,7 @@ class Terminal(unittest.TestCase):
         output = show_on_terminal(40, "-Testname", "many words " * 10, variables={"NO_COLOR": "1"})
         self.assertIn(f"\n      -testname '{'many words ' * 10}'\n", output)
 
-    def test_a_long_value_is_cut_around_the_quote(self):
+    def test_a_long_variable_is_cut_around_an_unterminated_quote(self):
         text = "日本 -w " * 100 + "-testname it's" + " -x file" * 100
         for columns in (40, 80):
             output = show_on_terminal(columns, variables={"ORVEX_TEST_ARGS": text, "NO_COLOR": "1"})
@@ -624,7 +621,7 @@ class Terminal(unittest.TestCase):
             self.assertLessEqual(len(line) + wide, columns)
             self.assertEqual(len(caret), line.index("'") + 1 + wide)
 
-    def test_colour_says_nothing_that_the_text_does_not(self):
+    def test_colour_adds_no_information(self):
         coloured = show_on_terminal(200, *self.ARGUMENTS)
         self.assertIn("\x1b[1mResult\x1b[0m\n", coloured)
         self.assertRegex(coloured, "\x1b\\[32msucceeded, 1 hint\x1b\\[0m\n$")
@@ -632,19 +629,19 @@ class Terminal(unittest.TestCase):
         plain = show_on_terminal(200, *self.ARGUMENTS, variables={"NO_COLOR": "1"})
         self.assertEqual(re.sub("\x1b\\[[0-9]+m", "", coloured), plain)
 
-    def test_red_is_for_failures(self):
+    def test_only_failures_are_red(self):
         coloured = show_on_terminal(80, "-camemu", "x", "-o", "a", "-o", "b", "-foo")
         red = re.findall("\x1b\\[31m *(.*?) *\x1b\\[0m", coloured, re.DOTALL)
         self.assertEqual([text.split()[0] for text in red], ["refused", "failed:"])
 
-    def test_there_is_no_colour_where_it_is_not_wanted(self):
+    def test_only_a_terminal_that_wants_colour_gets_it(self):
         for variables in ({"NO_COLOR": "1"}, {"TERM": "dumb"}, {"TERM": ""}):
             with self.subTest(variables=variables):
                 self.assertNotIn("\x1b", show_on_terminal(80, variables=variables))
         self.assertIn("\x1b", show_on_terminal(80, variables={"NO_COLOR": ""}))
         self.assertNotIn("\x1b", show(variables={"TERM": "xterm"}).stdout)
 
-    def test_a_terminal_shows_the_reason_of_a_failure_once_at_the_end(self):
+    def test_the_reason_of_a_failure_is_the_last_line_and_not_repeated(self):
         output = show_on_terminal(200, "-camemu", "x", variables={"NO_COLOR": "1"})
         self.assertEqual(output.splitlines()[-1],
                          'failed: the value of -camemu does not begin with a digit: "x" (command line)')

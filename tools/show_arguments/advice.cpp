@@ -67,7 +67,7 @@ std::string typed(const Place& place, std::size_t count) {
     return text;
 }
 
-// The option with the value, in a form that works; empty when none does.
+// The option with the value, in a form that works; empty if there is none.
 std::string correct(const Place& place, const ToolOption& option, std::string_view value) {
     if (!isUsableValue(option, value)) {
         return "";
@@ -362,7 +362,7 @@ Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer) {
                     inQuotes(layer.text))};
 }
 
-// What the first of the functions finds that finds anything.
+// The first finding of these functions, in their order.
 Advice findFirst(const Place& place, std::initializer_list<Advice (*)(const Place&)> functions) {
     Advice advice;
     for (const auto function : functions) {

@@ -42,9 +42,7 @@ std::optional<std::string> readVariable(std::string_view name) {
 // exception is the extra transport layer, which a parse sets only if it is undefined.
 void findSetVariables(std::vector<Variable>& variables, int argc, char** argv) {
     for (const Variable& variable : variables) {
-        if (variable.name != extraTransportLayer) {
-            unsetenv(variable.name.data());
-        }
+        unsetenv(variable.name.data());
     }
     OrvexTestCommandLineParser().Parse(argc, argv);
     for (Variable& variable : variables) {
