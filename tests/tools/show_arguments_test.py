@@ -366,6 +366,8 @@ HINTS = [
     ("-tl dravikgige:S", "-tl DravikGigE:S", '"dravikgige" is not "DravikGigE": classes are case-sensitive.'),
     ("-tl DRAVIKGTC", "-tl DravikGTC", '"DRAVIKGTC" is not "DravikGTC": classes are case-sensitive.'),
     ("-tl DravikUsb:S", "-tl DravikUsb", 'The driver "S" is ignored: only DravikGigE takes one.'),
+    ("-tl DravikGigE:A,DravikGigE:B", None,
+     'The driver "A" is not used: if there are several drivers, the last in byte order wins.'),
     ("-tl DravikGTCx", None, '"DravikGTCx" is not the class "DravikGTC", but contains the name. '
      "That is enough to set GENICAM_GENTL64_PATH."),
     ("-tl DravikGigE:DravikGTC", None, '"DravikGigE:DravikGTC" is not the class "DravikGTC", but contains the name. '

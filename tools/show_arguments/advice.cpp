@@ -397,7 +397,7 @@ Advice adviseOnArgument(const Place& place) {
 }
 
 // One hint of each kind is enough for a value, however many entries it has.
-void adviseOnLayers(const Place& place, std::vector<Finding>& findings) {
+void adviseOnLayers(const Place& place, const std::string& driver, std::vector<Finding>& findings) {
     const std::vector<Layer> layers = splitTransportLayers(place.here.value);
     for (const auto advise : {layerHasSpaces, classHasOtherCase, driverIsIgnored, classIsOnlyMentioned}) {
         Advice advice;
@@ -408,9 +408,19 @@ void adviseOnLayers(const Place& place, std::vector<Finding>& findings) {
             findings.push_back(*advice);
         }
     }
+    for (const Layer& layer : layers) {
+        if (layer.deviceClass == "DravikGigE" && layer.driver.value_or(driver) != driver) {
+            findings.push_back({fmt::format(
+                "The driver {} is not used: if there are several drivers, the last in byte order wins.",
+                inQuotes(*layer.driver))});
+            return;
+        }
+    }
 }
 
 void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
+    const TracedOption* layers = trace.findOption("tl");
+    const std::string driver = layers == nullptr ? "" : findDriver(layers->value);
     std::size_t uncovered = 0;  // the first argument that no hint is about
     for (std::size_t i = 0; i < trace.arguments.size(); ++i) {
         const Argument& argument = trace.arguments[i];
@@ -422,7 +432,7 @@ void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
             uncovered = i + advice->covered;
         }
         if (argument.name == "tl" && argument.outcome == Outcome::Collected) {
-            adviseOnLayers(place, findings);
+            adviseOnLayers(place, driver, findings);
         }
         for (const Finding& finding : findings) {
             hints.push_back(

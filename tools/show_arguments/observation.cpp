@@ -1,4 +1,5 @@
 #include "OrvexTestCommandLineParser.h"
+#include "options.h"
 #include "report.h"
 
 #include <cstddef>
@@ -12,26 +13,6 @@ namespace tool {
 namespace {
 
 constexpr std::string_view extraTransportLayer = "ORVEX_GTC_USE_EXTRA_TL";
-
-// In the order in which a parse sets them.
-constexpr std::string_view variableNames[] = {extraTransportLayer,
-                                              "ORVEX_DEVICE_FILTER",
-                                              "ORVEX_GIGE_STREAMPARAMS",
-                                              "ORVEX_GIGE_STREAM_GEVSCPS",
-                                              "ORVEX_GIGE_STREAM_GEVSCPD",
-                                              "ORVEX_CAMEMU",
-                                              "TEST_PROPERTIES",
-                                              "GENICAM_GENTL64_PATH",
-                                              "TEST_SESSION_GUID",
-                                              "TEST_SESSION_NAME",
-                                              "TEST_SESSION_DESCRIPTION",
-                                              "TEST_SESSION_GROUP",
-                                              "TEST_PRODUCT",
-                                              "TEST_PRODUCT_VARIANT",
-                                              "USER_UID",
-                                              "VCS_REVISION",
-                                              "VCS_BRANCH",
-                                              "TRANSPORT_LAYER"};
 
 std::optional<std::string> readVariable(std::string_view name) {
     const char* value = std::getenv(name.data());

@@ -30,6 +30,28 @@ struct ToolOption {
 // The numbers are in the order in which a parse checks them.
 const std::vector<ToolOption>& toolOptions();
 
+// The variables that a parse sets, in order.
+inline constexpr std::string_view variableNames[] = {
+    "ORVEX_GTC_USE_EXTRA_TL",
+    "ORVEX_DEVICE_FILTER",
+    "ORVEX_GIGE_STREAMPARAMS",
+    "ORVEX_GIGE_STREAM_GEVSCPS",
+    "ORVEX_GIGE_STREAM_GEVSCPD",
+    "ORVEX_CAMEMU",
+    "TEST_PROPERTIES",
+    "GENICAM_GENTL64_PATH",
+    "TEST_SESSION_GUID",
+    "TEST_SESSION_NAME",
+    "TEST_SESSION_DESCRIPTION",
+    "TEST_SESSION_GROUP",
+    "TEST_PRODUCT",
+    "TEST_PRODUCT_VARIANT",
+    "USER_UID",
+    "VCS_REVISION",
+    "VCS_BRANCH",
+    "TRANSPORT_LAYER",
+};
+
 // Null when there is no such option.
 const ToolOption* findOption(std::string_view name);
 

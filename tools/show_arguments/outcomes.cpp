@@ -92,17 +92,6 @@ void settle(Trace& trace, const TracedOption& option, Outcome outcome) {
     }
 }
 
-// Of the DravikGigE drivers in all -tl values, the last in byte order, which is the one that is set.
-std::string findDriver(const std::string& transportLayers) {
-    std::string driver;
-    for (const Layer& layer : splitTransportLayers(transportLayers)) {
-        if (layer.deviceClass == "DravikGigE") {
-            driver = std::max(driver, layer.driver.value_or(""));
-        }
-    }
-    return driver;
-}
-
 std::string explainLayer(const Layer& layer, const std::string& driver, bool isDriverSet) {
     const std::string deviceClass = fmt::format("class {}", plainOrQuoted(layer.deviceClass));
     if (!layer.driver) {
@@ -177,6 +166,16 @@ std::vector<Layer> splitTransportLayers(const std::string& value) {
         }
     }
     return layers;
+}
+
+std::string findDriver(const std::string& transportLayers) {
+    std::string driver;
+    for (const Layer& layer : splitTransportLayers(transportLayers)) {
+        if (layer.deviceClass == "DravikGigE") {
+            driver = std::max(driver, layer.driver.value_or(""));
+        }
+    }
+    return driver;
 }
 
 }  // namespace tool

@@ -158,6 +158,9 @@ struct Layer {
 // The entries of a -tl value. A parse skips empty ones, and so does this.
 std::vector<Layer> splitTransportLayers(const std::string& value);
 
+// Of the DravikGigE drivers in all -tl values, the last in byte order, which is the one that is set.
+std::string findDriver(const std::string& transportLayers);
+
 // Reads everything in the report but its hints. If a source is malformed, the arguments get no hints.
 std::vector<Hint> giveAdvice(const Report& report);
 
