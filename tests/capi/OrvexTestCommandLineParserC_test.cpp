@@ -180,14 +180,4 @@ TEST_F(CInterface, InformationEndsBeforeTheFirstValueOfMoreThan255Bytes) {
     });
 }
 
-TEST_F(CInterface, InformationIsThatOfTheLastParseThatSucceeded) {
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow(words("mytest -tdc_guid 1234 -camemu x")), 0);
-        expectInformation(1, {});
-        EXPECT_EQ(parseNarrow(words("mytest -tl A -tl B -camemu 2")), 1);
-        EXPECT_EQ(parseNarrow(words("mytest -tdc_guid 5678 -tl C -camemu x")), 0);
-        expectInformation(1, {{0, "orvex"}, {1, "1234"}, {5, "0"}, {13, "A,B"}});
-    });
-}
-
 }  // namespace

@@ -5,7 +5,6 @@
 #include "support/faults.h"
 #include "support/parser_test.h"
 
-#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <typeinfo>
@@ -68,48 +67,35 @@ TEST_F(ApplicationDir, EndsBeforeTheLastSlashAndReleasesTheBuffer) {
     }
 }
 
-// "<gtl>" and "<cxp>" are what follows the SDK's directory in the path.
-std::string withEntries(std::string text) {
-    for (const auto& [placeholder, entry] :
-         Environment{{"<gtl>", "/Frameworks/orvex.framework/Libraries/gentlproducer/gtl:"},
-                     {"<cxp>", "/Frameworks/orvex.framework/Libraries/orvexCXP/bin:"}}) {
-        for (std::size_t i = text.find(placeholder); i != std::string::npos; i = text.find(placeholder)) {
-            text.replace(i, placeholder.size(), entry);
-        }
-    }
-    return text;
-}
-
 // References in the SDK's directory are expanded, too. It occurs twice, so that a "%" in it pairs with the
 // one in the copy.
 TEST_F(ProducerPath, IsTheExpandedDirectoriesAndTheOldValue) {
+    const std::string gtl = "/Frameworks/orvex.framework/Libraries/gentlproducer/gtl:";
+    const std::string cxp = "/Frameworks/orvex.framework/Libraries/orvexCXP/bin:";
     const struct {
-        const char* directory;
+        std::string directory;
         Environment environment;
-        const char* path;
+        std::string path;
     } rows[] = {
-        {"", {}, "<gtl><cxp>/x"},
-        {"/Orvex SDK 7", {}, "/Orvex SDK 7<gtl>/Orvex SDK 7<cxp>/x"},
-        {"/50%off", {}, "/50off<cxp>/x"},
-        {"/50%off", {{"off<gtl>/50", "(value)"}}, "/50(value)off<cxp>/x"},
-        {"/a%B%c%d", {{"B", "(B)"}, {"c", "(c)"}}, "/a(B)cB(c)d<cxp>/x"},
-        {"/a$$$(NAME)b", {{"NAME", "%OTHER%"}, {"OTHER", "no"}}, "/a$%OTHER%b<gtl>/a$%OTHER%b<cxp>/x"},
-        {"/a$(GENICAM_GENTL64_PATH)b", {}, "/a/xb<gtl>/a/xb<cxp>/x"},
+        {"", {}, gtl + cxp + "/x"},
+        {"/Orvex SDK 7", {}, "/Orvex SDK 7" + gtl + "/Orvex SDK 7" + cxp + "/x"},
+        {"/50%off", {}, "/50off" + cxp + "/x"},
+        {"/50%off", {{"off" + gtl + "/50", "(value)"}}, "/50(value)off" + cxp + "/x"},
+        {"/a%B%c%d", {{"B", "(B)"}, {"c", "(c)"}}, "/a(B)cB(c)d" + cxp + "/x"},
+        {"/a$$b$(NAME)", {{"NAME", "%OTHER%"}}, "/a$b%OTHER%" + gtl + "/a$b%OTHER%" + cxp + "/x"},
+        {"/a$(GENICAM_GENTL64_PATH)b", {}, "/a/xb" + gtl + "/a/xb" + cxp + "/x"},
         // The only ")" is that of the reference at the end of the path.
         {"/a$(b", {}, "/a"},
-        {"/a$(b", {{"b<gtl>/a$(b<cxp>$(GENICAM_GENTL64_PATH", "(value)"}}, "/a(value)"},
+        {"/a$(b", {{"b" + gtl + "/a$(b" + cxp + "$(GENICAM_GENTL64_PATH", "(value)"}}, "/a(value)"},
     };
     for (const auto& row : rows) {
-        writeEnvironment({{"GENICAM_GENTL64_PATH", "/x"}});
-        for (const auto& [name, value] : row.environment) {
-            set(withEntries(name), value);
-        }
-        const std::string below = std::string(row.directory) + "/q";
+        writeEnvironment(changed(row.environment, {{"GENICAM_GENTL64_PATH", "/x"}}));
+        const std::string below = row.directory + "/q";
         const With resolved(faults::resolvedPath, below.c_str());
         EXPECT_EQ(applicationDir(), row.directory);
         OrvexTestCommandLineParser fresh;
         EXPECT_TRUE(parse(fresh, words("app -tl DravikGTC"))) << row.directory;
-        EXPECT_EQ(get("GENICAM_GENTL64_PATH"), withEntries(row.path)) << row.directory;
+        EXPECT_EQ(get("GENICAM_GENTL64_PATH"), row.path) << row.directory;
     }
 }
 

@@ -8,7 +8,6 @@
 #include "support/known_options.h"
 #include "support/parser_test.h"
 
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -67,13 +66,6 @@ inline const std::string appended = lengthened(recordOptions() + "-o output~ Las
 // Of an earlier parse. Its program name is an option, so that the next parse names the program.
 inline const Strings earlierCommandLine =
     words("-earlier -o old -x old -tdc_variant=old " + recordOptions("old"));
-
-constexpr Form everyForm[] = {Form::Narrow, Form::Wide, Form::Packed};
-
-inline void PrintTo(Form form, std::ostream* stream) {
-    const char* const names[] = {"narrow", "wide", "packed"};
-    *stream << names[static_cast<std::size_t>(form)];
-}
 
 // The effects
 

@@ -15,17 +15,17 @@ using faults::FaultyCall;
 using faults::Times;
 using faults::With;
 
-class ParseFailure : public EveryEffectTest, public ::testing::WithParamInterface<Form> {
+class ParseFailure : public EveryEffectTest {
 protected:
     // Lets a new parser parse the command line, with more arguments at its end, while there is a fault.
     template <typename MakeFault>
     bool parseWith(MakeFault makeFault, const Strings& more = {}) {
         parser = std::make_unique<OrvexTestCommandLineParser>();
         prepare(*parser);
-        PreparedCall call(callIn(GetParam(), programName + options + more));
+        Arguments arguments(programName + options + more);
         [[maybe_unused]] const auto fault = makeFault();
         const CallLog log;
-        const bool result = call.make(*parser) != 0;
+        const bool result = parser->Parse(arguments.argc(), arguments.argv());
         calls = log.calls;
         return result;
     }
@@ -59,9 +59,6 @@ protected:
     Strings calls;
 };
 
-INSTANTIATE_TEST_SUITE_P(EveryForm, ParseFailure, ::testing::ValuesIn(everyForm),
-                         ::testing::PrintToStringParamName());
-
 int noFault() {
     return 0;
 }
@@ -71,13 +68,13 @@ TEST(EveryEffect, CoversEachVariableInOrder) {
               "");
 }
 
-TEST_P(ParseFailure, WithoutAFaultEveryEffectHappensInOrder) {
+TEST_F(ParseFailure, WithoutAFaultEveryEffectHappensInOrder) {
     EXPECT_TRUE(parseWith(noFault));
     EXPECT_EQ(firstDifference(everyCall(), calls), "");
     EXPECT_EQ(differenceFrom(statesOfEffects().back()), "");
 }
 
-TEST_P(ParseFailure, SetenvFailureBeforeTheProducerPathEndsTheParse) {
+TEST_F(ParseFailure, SetenvFailureBeforeTheProducerPathEndsTheParse) {
     for (const std::string& name : variables()) {
         if (name == "GENICAM_GENTL64_PATH") {
             break;
@@ -87,7 +84,7 @@ TEST_P(ParseFailure, SetenvFailureBeforeTheProducerPathEndsTheParse) {
     }
 }
 
-TEST_P(ParseFailure, LaterSetenvFailuresAreIgnored) {
+TEST_F(ParseFailure, LaterSetenvFailuresAreIgnored) {
     const Strings names = variables();
     const auto first = std::find(names.begin(), names.end(), "GENICAM_GENTL64_PATH");
     EXPECT_TRUE(parseWith([&] {
@@ -100,7 +97,7 @@ TEST_P(ParseFailure, LaterSetenvFailuresAreIgnored) {
     EXPECT_EQ(differenceFrom(state), "");
 }
 
-TEST_P(ParseFailure, BadNumberEndsTheParseBeforeItsVariable) {
+TEST_F(ParseFailure, BadNumberEndsTheParseBeforeItsVariable) {
     const Strings names = variables();
     for (const KnownOption& option : numbers()) {
         EXPECT_FALSE(parseWith(noFault, {std::string("-") + option.name, "x"})) << option.name;
@@ -116,7 +113,7 @@ TEST_P(ParseFailure, BadNumberEndsTheParseBeforeItsVariable) {
     }
 }
 
-TEST_P(ParseFailure, SdkDirectoryThatIsNotFoundEndsTheParseBeforeTheProducerPath) {
+TEST_F(ParseFailure, SdkDirectoryThatIsNotFoundEndsTheParseBeforeTheProducerPath) {
     const auto differenceWith = [this](auto makeFault, const char* lastCall, const char* message) {
         EXPECT_FALSE(parseWith(makeFault));
         return differenceFromEnd("GENICAM_GENTL64_PATH", lastCall,

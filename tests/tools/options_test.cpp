@@ -10,7 +10,6 @@
 
 #include <gmock/gmock.h>
 #include <cstddef>
-#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -126,24 +125,13 @@ TEST(ToolOptionTable, NamesAWorkingOptionForEachThatOnlyTheUsageTextNames) {
 
 TEST(SuggestOption, FindsTheOptionThatWasMeant) {
     // The same name except for case, "-", "_" and "tdc_"; the start of one option; typing errors.
-    const std::map<std::string, std::string> rows = {{"HELP", "help"},
-                                                     {"O", "o"},
-                                                     {"TL", "tl"},
-                                                     {"packet-size", "packetsize"},
-                                                     {"tdc-run-name", "tdc_runname"},
-                                                     {"guid", "tdc_guid"},
-                                                     {"tdc_testname", "testname"},
-                                                     {"tdc_pc_name", "pcname"},
-                                                     {"packets", "packetsize"},
-                                                     {"tdc_prod", "tdc_product"},
-                                                     {"cam", "camemu"},
-                                                     {"hlep", "help"},
-                                                     {"packetsise", "packetsize"},
-                                                     {"pakcetsise", "packetsize"},
-                                                     {"camemi", "camemu"},
-                                                     {"ccamemu", "camemu"}};
-    for (const auto& [name, option] : rows) {
-        EXPECT_EQ(tool::suggestOption(name), tool::findOption(option)) << name;
+    for (const std::string& row : words("HELP=help O=o TL=tl packet-size=packetsize tdc-run-name=tdc_runname "
+                                        "guid=tdc_guid tdc_testname=testname tdc_pc_name=pcname "
+                                        "packets=packetsize tdc_prod=tdc_product cam=camemu hlep=help "
+                                        "packetsise=packetsize pakcetsise=packetsize camemi=camemu "
+                                        "ccamemu=camemu")) {
+        const Strings names = words(row, '=');
+        EXPECT_EQ(tool::suggestOption(names[0]), tool::findOption(names[1])) << row;
     }
 }
 

@@ -113,14 +113,10 @@ class Json(unittest.TestCase):
         rows = {
             ("-o", "file"): [("option", "o"), ("value", "o")],
             ("--o=", "-w=1"): [("option with value", "o"), ("option with value", "w")],
-            ("-o", "-w"): [("flag", "o"), ("flag", "w")],
             ("-o", "-o=a=b"): [("flag", "o"), ("option with value", "o")],
-            ("-packetdelay", "-5"): [("option", "packetdelay"), ("value", "packetdelay")],
-            ("-w", "Suite"): [("flag", "w"), ("test path", None)],
             ("-tdc_variant", "V"): [("flag", "tdc_variant"), ("test path", None)],
             ("-5", "", "+x", "/x"): [("test path", None)] * 4,
             ("-", "---", "--", "a"): [("flag", "-"), ("flag", "---"), ("flag", "--"), ("test path", None)],
-            ("-=x", "-=x"): [("option with value", "")] * 2,
         }
         for tokens, expected in rows.items():
             with self.subTest(tokens=tokens):
@@ -642,11 +638,6 @@ class Terminal(unittest.TestCase):
                 self.assertNotIn("\x1b", show_on_terminal(80, variables=variables))
         self.assertIn("\x1b", show_on_terminal(80, variables={"NO_COLOR": ""}))
         self.assertNotIn("\x1b", show(variables={"TERM": "xterm"}).stdout)
-
-    def test_the_reason_of_a_failure_is_the_last_line_and_not_repeated(self):
-        output = show_on_terminal(200, "-camemu", "x", variables={"NO_COLOR": "1"})
-        self.assertEqual(output.splitlines()[-1],
-                         'failed: the value of -camemu does not begin with a digit: "x" (command line)')
 
 
 if __name__ == "__main__":
