@@ -12,7 +12,6 @@
 #include <atomic>
 #include <cstdlib>
 #include <new>
-#include <ostream>
 #include <thread>
 #include <vector>
 
@@ -88,35 +87,29 @@ const CFunction functionsThatNeedTheParser[] = {
     {"GetTestRunInformation", [] { OrvexTestCommandLineParser_GetTestRunInformation(information); }},
 };
 
-void PrintTo(const CFunction& function, std::ostream* stream) {
-    *stream << function.name;
+TEST_F(FirstCall, RetriesTheConstructionAfterAFailureAndLaterCallsShareTheParser) {
+    for (const CFunction& first : functionsThatNeedTheParser) {
+        SCOPED_TRACE(first.name);
+        inFreshProcess([&first] {
+            const std::size_t before = faults::liveAllocations();
+            const std::size_t allocations = allocationsOfOneParser();
+            ASSERT_GE(allocations, 1U);
+            for (std::size_t nth = 1; nth <= allocations; ++nth) {
+                const Failure failure(FaultyCall::Allocation, nth);
+                EXPECT_THROW(first.call(), std::bad_alloc) << nth;
+                EXPECT_EQ(faults::liveAllocations(), before) << nth;
+            }
+            first.call();
+            const std::size_t after = faults::liveAllocations();
+            EXPECT_GT(after, before);
+            for (const CFunction& function : functionsThatNeedTheParser) {
+                function.call();
+            }
+            EXPECT_EQ(faults::liveAllocations(), after);
+            EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
+        });
+    }
 }
-
-class FirstCallOf : public CleanEnvironmentTest, public ::testing::WithParamInterface<CFunction> {};
-
-TEST_P(FirstCallOf, RetriesTheConstructionAfterAFailureAndLaterCallsShareTheParser) {
-    inFreshProcess([] {
-        const std::size_t before = faults::liveAllocations();
-        const std::size_t allocations = allocationsOfOneParser();
-        ASSERT_GE(allocations, 1U);
-        for (std::size_t nth = 1; nth <= allocations; ++nth) {
-            const Failure failure(FaultyCall::Allocation, nth);
-            EXPECT_THROW(GetParam().call(), std::bad_alloc) << nth;
-            EXPECT_EQ(faults::liveAllocations(), before) << nth;
-        }
-        GetParam().call();
-        const std::size_t after = faults::liveAllocations();
-        EXPECT_GT(after, before);
-        for (const CFunction& function : functionsThatNeedTheParser) {
-            function.call();
-        }
-        EXPECT_EQ(faults::liveAllocations(), after);
-        EXPECT_STREQ(OrvexTestCommandLineParser_GetApplicationName(), "");
-    });
-}
-
-INSTANTIATE_TEST_SUITE_P(Functions, FirstCallOf, ::testing::ValuesIn(functionsThatNeedTheParser),
-                         ::testing::PrintToStringParamName());
 
 std::size_t liveBeforeFirstCall = 0;
 
