@@ -47,15 +47,6 @@ TEST_F(CInterface, IsEmptyBeforeAnyParse) {
 
 // Parse and ParseW
 
-TEST_F(CInterface, ParseReturnsOneAndReadsBothVariables) {
-    set("ORVEX_TEST_ARGS", "First -o before -x before");
-    set("_ORVEX_TEST_ARGS_", "-o after -w");
-    inFreshProcess([] {
-        EXPECT_EQ(parseNarrow(words("./mytest Second -o line -x line")), 1);
-        expectParsed("./mytest", "line", "after", "First", 1, 0);
-    });
-}
-
 TEST_F(CInterface, ParseReturnsZeroForBadArgumentsAndChangesNothing) {
     set("ORVEX_TEST_ARGS", "\"open");
     inFreshProcess([] {

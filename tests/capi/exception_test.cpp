@@ -20,16 +20,6 @@ using faults::Failure;
 using faults::FaultyCall;
 using faults::Times;
 
-TEST_F(CInterfaceException, ParseReturnsZeroWithoutMemory) {
-    inFreshProcess([] {
-        Arguments arguments({"mytest", "-o", fill(100)});
-        OrvexTestCommandLineParser_GetHelpRequested();
-        const Failure failure(FaultyCall::Allocation);
-        EXPECT_EQ(OrvexTestCommandLineParser_Parse(arguments.argc(), arguments.argv()), 0);
-        EXPECT_TRUE(failure.happened());
-    });
-}
-
 TEST_F(CInterfaceException, ParseWThrowsWithoutMemoryForTheConversion) {
     inFreshProcess([] {
         wchar_t name[] = L"mytest";

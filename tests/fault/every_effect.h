@@ -8,22 +8,17 @@
 #include "support/known_options.h"
 #include "support/parser_test.h"
 
+#include <regex>
 #include <string>
 #include <vector>
 
 // With 32 "~" for each, so that no string holds the value without an allocation.
-inline std::string lengthened(std::string text) {
-    for (std::size_t i = text.find('~'); i != std::string::npos; i = text.find('~', i + 32)) {
-        text.replace(i, 1, 32, '~');
-    }
-    return text;
+inline std::string lengthened(const std::string& text) {
+    return std::regex_replace(text, std::regex("~"), std::string(32, '~'));
 }
 
-inline std::string shortened(std::string text) {
-    for (std::size_t i = text.find("~~"); i != std::string::npos; i = text.find("~~", i)) {
-        text.erase(i, 1);
-    }
-    return text;
+inline std::string shortened(const std::string& text) {
+    return std::regex_replace(text, std::regex("~+"), "~");
 }
 
 inline Strings longWords(const std::string& text) {

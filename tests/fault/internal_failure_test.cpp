@@ -32,7 +32,7 @@ TEST_F(OutOfMemory, ExpansionReturnsMinusOneAndLeavesTheStringUnchanged) {
 }
 
 // The stream catches an exception of its extraction and fails, and so the token is not a number.
-TEST_F(OutOfMemory, NumberIsNotANumber) {
+TEST_F(OutOfMemory, NumbersAreNotRecognised) {
     const std::string number = "-1.0000000000000000000000000000000000";
     for (std::size_t nth = 1;; ++nth) {
         const Failure failure(FaultyCall::Allocation, nth);
