@@ -1,5 +1,5 @@
-// A program that parses its arguments once, with the parser of the one file of peers/ that it is linked with.
-// Without one, it is the empty program to compare with.
+// Parses its arguments once, with the parser from the one file of peers/ that is linked in. Linked without
+// such a file, it is the empty program for comparison.
 
 #include "command_line.h"
 #include "peer.h"
@@ -31,5 +31,9 @@ bool registerLibrary(ParseOnce parseOnce) noexcept {
 int main(int argc, char** argv) {
     // Like every test program, the empty one uses the C++ library.
     const std::vector<std::string> arguments(argv, argv + argc);
-    return !arguments.empty() && (parse == nullptr || parse(argc, argv).wait) ? 0 : 1;
+    if (parse == nullptr) {
+        return arguments.empty() ? 1 : 0;
+    }
+    const Found found = parse(argc, argv);
+    return found.testPaths == 2 && found.wait ? 0 : 1;
 }
