@@ -1,14 +1,14 @@
-// How much memory a piece of work needs. A program that links this gets its own operator new.
+// Measures peak memory. Linking this replaces the program's operator new.
 
 #ifndef ORVEX_BENCH_PEAK_MEMORY_H
 #define ORVEX_BENCH_PEAK_MEMORY_H
 
 #include <cstdint>
 
-// Starts to count what operator new hands out.
+// Starts counting the bytes that operator new allocates.
 void startCountingMemory();
 
-// Ends it. The most bytes that were in use at one time since the start.
+// Stops counting and returns the peak number of bytes in use since startCountingMemory.
 std::int64_t stopCountingMemory();
 
 #endif

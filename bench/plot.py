@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Prints what Google Benchmark measured as the data that bench/plots.gnuplot draws.
+"""Converts Google Benchmark's results into the data that bench/plots.gnuplot draws.
 
     plot.py PEERS_JSON SCALING_JSON | gnuplot - bench/plots.gnuplot
 """

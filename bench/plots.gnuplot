@@ -16,7 +16,7 @@ plot $peers using ($2 / 2):0:($2 / 2):(0.36):($3 == 1 ? 0x1b6ca8 : 0xb5b5b5):yti
 reset
 set terminal svg size 760,440 font "sans-serif,13" background "white" noenhanced
 set output "docs/scaling.svg"
-set title "Processor time of a parse (of an expansion) over the number of its elements"
+set title "Processor time of a parse or an expansion against the number of elements"
 set logscale xy
 set grid
 set xtics ("1" 1, "10" 10, "100" 100, "1,000" 1e3, "10,000" 1e4, "100,000" 1e5, "1,000,000" 1e6)

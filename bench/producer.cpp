@@ -21,7 +21,7 @@ void resetSearchPath() {
 }
 
 void lookUpAndResolve(benchmark::State& state) {
-    // The library's own file, as the parse asks for it.
+    // Finds the library's own file in the same way as a parse does.
     const void* address = reinterpret_cast<const void*>(&OrvexTestCommandLineParser::getApplicationDir);
     for (auto _ : state) {
         resetSearchPath();

@@ -1,5 +1,5 @@
-// Repeats one thing, for tools that count what a process does. The difference between two runs leaves out the
-// start of the process.
+// Repeats a construction or a parse, for tools that count instructions or allocations. Subtract two runs with
+// different counts to cancel out process start-up.
 //
 //     bench_repeat construct|--name=value|"--name value" TIMES
 

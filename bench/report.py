@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Prints what Google Benchmark measured as tables.
+"""Prints Google Benchmark's results as tables.
 
     report.py peers FILE...     medians, and ratios to getopt_long doing the same job
     report.py producer FILE     medians, and ratios to the two platform calls
@@ -77,7 +77,7 @@ def series(path):
 
 
 def beyond_fixed_cost(runs):
-    """The time for each element beyond the smallest input's, for the inputs of a hundred times its size and more."""
+    """The time for each element beyond the smallest input's, for inputs at least 64 times as large."""
     smallest, fixed = runs[0][0], runs[0][1]
     return [(size, (time - fixed) / (size - smallest)) for size, time, _, _ in runs if size >= 64 * smallest]
 

@@ -1,5 +1,5 @@
-// A parse over inputs that grow: its time for each element stays what it is, and its memory stays a
-// fixed number of times the input.
+// Measures parses of growing inputs. Time per element should stay (nearly) constant, and peak memory
+// proportional to the input.
 
 #include "command_line.h"
 #include "peak_memory.h"
@@ -31,7 +31,7 @@ void parse(benchmark::State& state, CommandLine& commandLine, int times = 1) {
     }
 }
 
-// Does the work once for the memory that it needs, which is also there then for the rounds that are measured.
+// Runs the work once to measure its peak memory. This also warms up the allocator for the timed rounds.
 template <typename Work>
 void measure(benchmark::State& state, std::size_t inputBytes, Work work) {
     startCountingMemory();
@@ -44,8 +44,8 @@ void measure(benchmark::State& state, std::size_t inputBytes, Work work) {
     state.counters["input_bytes"] = static_cast<double>(inputBytes);
 }
 
-// A growing number of arguments of one kind, parsed by one object as often as told: every later parse adds
-// the test paths of all earlier ones again. argument: a "#" in it stands for the number of the argument.
+// Parses a growing number of arguments of one kind with one object, `times` times; each later parse adds all
+// earlier test paths again. argument: "#" is replaced by the argument's number.
 void parseArguments(benchmark::State& state, const char* argument, int times) {
     std::vector<std::string> list = {"/opt/tests/runner"};
     std::size_t inputBytes = 0;
@@ -80,7 +80,7 @@ void parseArgumentVariable(benchmark::State& state, const char* pattern, const c
     unsetenv("ORVEX_TEST_ARGS");
 }
 
-// A text with a growing number of references, or of what looks like the start of one.
+// A string with a growing number of references, or of unterminated ones.
 void expandReferences(benchmark::State& state, const char* pattern) {
     const std::string_view one = pattern;
     const std::string text = repeat(one, state.range(0) * static_cast<std::int64_t>(one.size())) + "end";
@@ -90,7 +90,7 @@ void expandReferences(benchmark::State& state, const char* pattern) {
     });
 }
 
-// What clearenv does where there is one.
+// Does what clearenv does; not every platform has clearenv.
 void clearEnvironment() {
     while (environ != nullptr && *environ != nullptr) {
         const std::string_view variable = *environ;
@@ -98,7 +98,7 @@ void clearEnvironment() {
     }
 }
 
-// The platform walks all variables for each one that it looks up or sets.
+// getenv and setenv search all variables linearly.
 void parseInEnvironment(benchmark::State& state) {
     clearEnvironment();
     std::size_t inputBytes = 0;

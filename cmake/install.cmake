@@ -1,6 +1,6 @@
-# Installation in three components, all relocatable: runtime (the library), development (headers, CMake
-# package, pkg-config file) and tools. A fourth, sdk, is installed only on request: the library at its location
-# inside the SDK's framework bundle.
+# Installation in three components, all relocatable: runtime (the library), development (headers, CMake package,
+# pkg-config file, examples) and tools. A fourth, sdk, is installed only on request: the library at its location inside
+# the SDK's framework bundle.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -25,7 +25,7 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/testcommandlinepars
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparserConfigVersion.cmake
   DESTINATION ${package_dir} COMPONENT development)
 
-# The prefix as seen from the pkg-config file, so that the file stays right when the prefix moves.
+# The prefix relative to the pkg-config file, so that the file stays correct when the prefix is moved.
 file(RELATIVE_PATH pkgconfig_to_prefix
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
@@ -36,8 +36,9 @@ file(GENERATE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/pkgconfig/$<CONFIG>/testcommand
   INPUT ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparser.pc.in)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/pkgconfig/$<CONFIG>/testcommandlineparser.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
-# These two do not move, and pkg-config leaves out directories that the compiler searches anyway only under their own
-# names. The prefix of the installation decides: it can differ from the configured one.
+# /usr and /usr/local are not moved, so write them as absolute paths: pkg-config omits the compiler's default
+# directories only if they are spelled that way. Check the prefix at installation time, because it can differ from the
+# configured one.
 install(CODE "
   if(CMAKE_INSTALL_PREFIX MATCHES \"^/usr(/local)?$\")
     set(file \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig/testcommandlineparser.pc\")

@@ -18,7 +18,7 @@ endif()
 set(built library)
 set(leftOut "")
 
-# part(NAME DEFAULT PACKAGES...) with the packages as "CMake name/Debian name/Homebrew name"
+# testcommandlineparser_part(NAME DEFAULT PACKAGES...), each package as "CMake name/Debian name/Homebrew name"
 #
 # Sets TESTCOMMANDLINEPARSER_BUILD_<NAME>, unless it is set. If a package is missing, a part that is built by default is
 # left out, and one that was requested is an error. The default is not cached: once the package is installed, the next

@@ -32,7 +32,7 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 # Later versions add functions and remove none.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-# Where the library of show_arguments is while the packages are made.
+# dpkg-shlibdeps looks here for the library that show_arguments links.
 list(TRANSFORM CMAKE_CONFIGURATION_TYPES PREPEND ${PROJECT_BINARY_DIR}/src/
   OUTPUT_VARIABLE CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS)
 list(APPEND CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
@@ -57,8 +57,8 @@ set(CPACK_DEBIAN_TOOLS_DESCRIPTION "show how Orvex test programs interpret their
 The program show_arguments shows how a test program interprets its arguments
 and those in two environment variables, and why.")
 
-# In Debian's directory for one architecture, which GNUInstallDirs chooses for the prefix /usr, they can be
-# co-installed with other architectures. CMake writes this field from 3.31 on.
+# With the prefix /usr, GNUInstallDirs chooses Debian's multiarch directory, so packages for several architectures can
+# be installed together. CMake writes this field only from 3.31 on.
 if(CMAKE_LIBRARY_ARCHITECTURE AND CMAKE_INSTALL_LIBDIR STREQUAL "lib/${CMAKE_LIBRARY_ARCHITECTURE}")
   set(CPACK_DEBIAN_RUNTIME_PACKAGE_MULTIARCH same)
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)

@@ -62,7 +62,8 @@ std::string makeFilter(const std::vector<std::string>& testPaths) {
     return filter;
 }
 
-// A list needs no test to run. Of several shards only the first is never empty when a test is selected.
+// Listing tests runs none. When fewer tests are selected than there are shards, only the first shard is sure
+// to have one.
 bool needsTest() {
     const bool isLaterShard = std::strtol(readVariable("GTEST_SHARD_INDEX").c_str(), nullptr, 10) > 0;
     return !GTEST_FLAG_GET(list_tests) && !isLaterShard;
@@ -90,13 +91,13 @@ int runTests(const OrvexTestCommandLineParser& parser, int argc, char** argv) {
 // Returns 0 when all tests passed, 1 when one failed, and 2 when the arguments are bad or select no test.
 int main(int argc, char** argv) {
     OrvexTestCommandLineParser parser;
-    // Before InitGoogleTest, which removes its flags from argv. To the parser they are unknown options, which
-    // it ignores.
+    // Parse first, because GoogleTest's flags must be set before InitGoogleTest. GoogleTest's flags in argv
+    // are unknown options, which the parser ignores.
     if (!parser.Parse(argc, argv)) {
         std::cerr << parser.getHelpMessage("") << '\n';
         return 2;
     }
-    // GoogleTest's help is not printed: --help prints one text.
+    // Return before InitGoogleTest, which would print GoogleTest's own help as well.
     if (parser.helpRequested()) {
         std::cout << parser.getHelpMessage("") << '\n';
         return 0;

@@ -2,8 +2,8 @@
 //
 //     doctest_suite -tl DravikGigE:SocketDriver -packetsize 1500 PacketSize -- --success --out=report.txt
 //
-// Without "--", doctest gets no arguments. To the parser "--" is an option like any other, so the program
-// cuts the arguments before it parses them. doctest reports success when a test path selects nothing.
+// Without "--", doctest gets no arguments. The parser treats "--" as an ordinary unknown option, so the
+// program splits the arguments before parsing. doctest reports success when a test path selects nothing.
 
 #include "OrvexTestCommandLineParser.h"
 

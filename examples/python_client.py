@@ -3,7 +3,8 @@
 
     python_client.py path/to/libtestcommandlineparser.so.0 -tdc_guid 1234 TestSuiteUsb
 
-Exit status: 0; 1 when the arguments are bad; 2 when the library cannot be used.
+Exit status: 0 on success; 1 if the arguments are bad or a string is too long for its slot; 2 if the library cannot be
+used.
 """
 
 import ctypes
@@ -26,7 +27,7 @@ VARIABLES = (
 
 
 def reload_environment():
-    """Brings os.environ up to date, which is a copy of the environment from the start of the interpreter."""
+    """Refreshes os.environ, a copy of the environment that the interpreter made at start-up."""
     if hasattr(os, "reload_environ"):  # from Python 3.14 on
         os.reload_environ()
         return

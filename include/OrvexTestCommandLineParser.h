@@ -20,7 +20,7 @@
 /// Conventions:
 /// - Strings are bytes. No locale is consulted, and no value is validated, except for the first byte of
 ///   the four numbers.
-/// - Parse reports failure by returning false. It prints nothing and keeps what it had done so far.
+/// - Parse reports failure by returning false. It prints nothing and does not undo what it has already done.
 /// - References stay valid for the parser's lifetime; a later Parse or an assignment may change what they
 ///   refer to. Both invalidate references to single test paths.
 /// - Nothing here is locked. Parse writes the process environment, which all threads share.
@@ -97,8 +97,8 @@ struct TestRunInformation {
 
 // The registered option names, and what scans of token lists have found. Declared here only because the
 // parser holds one by value: it is not exported, and test programs use OrvexTestCommandLineParser instead.
-// The parser does not use getValue, trimLeadingDashes, isNumber or any mode but UnknownAsFlag; they belong to
-// the registry's general interface.
+// The parser does not use getValue, trimLeadingDashes, isNumber, isOptionToken or any mode but UnknownAsFlag;
+// they belong to the registry's general interface.
 //
 // Option names are passed with or without dashes (`o`, `-o` and `--o` are the same) and compared byte by
 // byte. Scans only add; nothing is ever removed. References stay valid for the registry's lifetime, but a
@@ -141,7 +141,7 @@ public:
     void addMultiValueOptions(std::initializer_list<const char*> names);
 
     // Scans argv[0] to argv[argc - 1] as parseTokens does. argc: 0 or more. argv: at least argc
-    // NUL-terminated strings, copied, none of them null or inside a string of this registry.
+    // NUL-terminated strings, copied, none of them null or pointing into this registry's own strings.
     void parseArgv(int argc, const char* const* argv);
 
     // Scans a token list: the program name, then the arguments. It is copied and must not be a list of this
@@ -172,8 +172,8 @@ public:
     // The string without its leading dashes; unchanged if it holds nothing but dashes.
     static std::string trimLeadingDashes(const std::string& text);
 
-    // Whether formatted extraction in the classic locale reads a double from the start of the token. Any
-    // exception during the extraction, std::bad_alloc included, means no.
+    // Whether formatted extraction in the classic locale reads a double from the start of the token. Returns
+    // false for any exception during the extraction, including std::bad_alloc.
     static bool isNumber(const std::string& token);
 
     // Whether the token begins with a dash and is not a number.
@@ -228,10 +228,10 @@ public:
     ///     nothing read or changed, whatever argv is.
     /// - argv: argc pointers to NUL-terminated strings, none of them null. Read during the call only.
     /// - Result: false for any failure in the first table; otherwise true. Prints nothing.
-    /// - Errors: lets no exception out. One that is not a std::exception, which only a replaced allocation
-    ///     function or a new-handler can throw, ends the process through std::terminate.
+    /// - Errors: throws nothing. An exception that is not a std::exception (only a replaced allocation
+    ///     function or a new-handler can throw one) leads to std::terminate.
     ///
-    /// The failures, and what has happened by then, which is kept:
+    /// The failures, and what Parse has done by then and does not undo:
     ///
     ///     argc is negative, argv is null     nothing
     ///     ORVEX_TEST_ARGS has an             nothing
@@ -248,7 +248,7 @@ public:
     ///     SDK's directory: it is not found
     ///     memory runs out                    what came before; the step it interrupts may be half done
     ///
-    /// Ignored failures: a variable from GENICAM_GENTL64_PATH on cannot be set; memory runs out while that
+    /// Ignored failures: GENICAM_GENTL64_PATH or a later variable cannot be set; memory runs out while that
     /// path is expanded (its references stay as they are) or inside the standard library's extraction of a
     /// number.
     ///
@@ -288,8 +288,8 @@ public:
     /// be empty. Empty values of -tl and -p are joined like others: "-p= -p=" sets one space. An empty driver
     /// takes effect as well: "-tl DravikGigE::more" sets "Type=".
     ///
-    /// A second Parse adds to what the first one scanned: options that it lacks apply again, and all test
-    /// paths scanned so far are appended again.
+    /// A second Parse adds to what the first one scanned: options that it does not repeat keep their values,
+    /// which are applied again, and all test paths scanned so far are appended again.
     bool Parse(int argc, char** argv) noexcept;
 
     /// Parses wide arguments: converts them to UTF-8 and hands them to the narrow Parse.
@@ -327,13 +327,14 @@ public:
     /// - programName: a NUL-terminated string, not null, which takes the place of argv[0].
     /// - Errors: throws std::runtime_error, with nothing scanned, for an unterminated quote, and
     ///     std::bad_alloc when memory runs out, except inside the extraction of a number such as "-5".
-    /// - Reads the named variable; an undefined or blank one adds nothing. Writes no variable.
+    /// - Reads the named variable; one that is undefined, empty or all spaces and tabs adds nothing. Writes
+    ///     no variable.
     void ParseArgsFromEnvironmentVariable(const char* variableName, const char* programName);
 
-    /// The program name as of the last Parse that got as far as the accessors: the first argument ever
-    /// scanned that is neither an option nor the value of one. That is the argv[0] of the first Parse that
-    /// scanned anything, unless it looks like an option or ParseArgsFromEnvironmentVariable was called before
-    /// with another program name.
+    /// The program name: the first argument ever scanned that is neither an option nor an option's value, as
+    /// of the last Parse that reached the accessors. That is the argv[0] of the first Parse that scanned
+    /// anything, unless it looks like an option or ParseArgsFromEnvironmentVariable was called before with
+    /// another program name.
     const std::string& getApplicationName() const noexcept;
 
     /// The name of the XML report file, -x; empty when it was not given.
@@ -370,11 +371,11 @@ public:
     /// - Errors: throws std::bad_alloc when memory runs out.
     std::string getHelpMessage(const std::string& applicationName) const;
 
-    /// The directory that the SDK is installed in: five levels above the one that holds this library's
-    /// file, after symbolic links among the directories are resolved; empty when that is the root or
-    /// would lie above it. If the dynamic loader reports the file without a slash in its name, it is the
-    /// directory of the file itself, after all links are resolved. If the library was loaded by a
-    /// relative name, the working directory must still be the one in which it was loaded.
+    /// The directory that the SDK is installed in: five levels above the directory of this library's file,
+    /// with symbolic links in that directory's path resolved; empty if that is the root or would be above it.
+    /// If the dynamic loader reports the file without a slash in its name, it is the directory of the file
+    /// itself, after all links are resolved. If the library was loaded by a relative name, the working
+    /// directory must still be the one in which it was loaded.
     /// - Errors: throws std::runtime_error when the file or the directory cannot be found, which includes
     ///     running out of memory in realpath, and std::bad_alloc when memory runs out elsewhere.
     /// - Reads and writes no environment variable.

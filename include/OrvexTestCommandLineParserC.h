@@ -21,7 +21,7 @@
  * - Call no function after the parser is destroyed: not from an exit handler or a destructor of a static
  *   object that may run later, nor after dlclose.
  * - Parse before other threads start. Apart from the creation of the parser, nothing is locked.
- * - Outside the parse itself, running out of memory leaves a function as a C++ exception. If that happens
+ * - Except in the parse itself, a function that runs out of memory throws a C++ exception. If that happens
  *   while the parser is created, the next call tries again.
  * - Only the two parse functions read or write environment variables. A runtime that keeps a copy of the
  *   environment (Python's os.environ, Go's os.Getenv) does not see what they set; child processes do,
@@ -61,8 +61,8 @@ ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int a
  *     bytes than an int can count. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_ParseW(int argc, wchar_t** argv);
 
-/** The program name as of the last parse that got as far as this: the first argument ever scanned that is
- * neither an option nor the value of one, usually the argv[0] of the first parse that scanned anything. */
+/** The program name: the first argument ever scanned that is neither an option nor an option's value, usually
+ * the argv[0] of the first parse. A parse that fails early does not update it. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT const char* OrvexTestCommandLineParser_GetApplicationName(void);
 
 /** The name of the XML report file, -x; empty when it was not given. */

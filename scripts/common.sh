@@ -172,12 +172,12 @@ show_failures() {
             for (i = 1; i <= last; ++i) {
                 if (i in title && shown++ < tests) {
                     printf "\n-- %s\n%s", title[i], output[i]
-                    if (count[i] > lines) printf "... and %d lines more\n", count[i] - lines
+                    if (count[i] > lines) printf "... and %d more lines\n", count[i] - lines
                 }
             }
             # No test was run.
             for (i = NR + 1; last == 0 && i <= NR + lines; ++i) if (i % lines in line) print line[i % lines]
-            if (shown > tests) printf "\n... and %d tests more\n", shown - tests
+            if (shown > tests) printf "\n... and %d more tests\n", shown - tests
             print "\nthe whole log: " log_file
         }' "$1"
 }

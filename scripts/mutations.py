@@ -1,7 +1,7 @@
 """Small changes to C++ source text, found token by token.
 
-The source is taken to be formatted as clang-format leaves it: binary operators are surrounded by spaces,
-template brackets, references and unary operators do not, and every controlled statement has braces.
+The source is taken to be formatted as clang-format leaves it: binary operators are surrounded by spaces;
+template brackets, references and unary operators are not, and every controlled statement has braces.
 """
 
 import collections
@@ -21,7 +21,7 @@ TOKEN = re.compile(
     re.VERBOSE | re.MULTILINE | re.DOTALL,
 )
 
-BETWEEN_BLANKS = {
+BETWEEN_SPACES = {
     "==": ["!="], "!=": ["=="], "<": ["<=", ">="], "<=": ["<", ">"], ">": [">=", "<="], ">=": [">", "<"],
     "&&": ["||"], "||": ["&&"], "+": ["-"], "-": ["+"], "*": ["/"], "&": ["|"], "<<": [">>"], ">>": ["<<"],
     "+=": ["="], "-=": ["+="],
@@ -36,7 +36,8 @@ OPENING, CLOSING = set("([{"), set(")]}")
 # What precedes the brace of a function, a lambda or a controlled block.
 BEFORE_BODY = {")", "const", "noexcept", "override", "else", "try", "do"}
 NAMES_BEFORE_BODY = {"namespace", "class", "struct", "enum"}
-# Not deleted: without a declaration, the rest would not compile; of "if" and "while", the condition is changed.
+# Not deleted: declarations, because the rest would not compile without them, and "if" and "while", whose conditions are
+# changed instead.
 KEPT_STATEMENT = re.compile(
     r"(const|static|constexpr|using|enum|struct|class) |(if|while)\b|"
     r"(?!return|throw|delete)\w+(::\w+)*(<.*?>)?[&*]* \w"
@@ -71,7 +72,7 @@ def mutants_of(file, text):
         first, last = (text.count("\n", 0, position) for position in (start, end))
         line = text.splitlines()[first].strip()
         mutants.append(Mutant(file, start, end, replacement, change, first + 1, last + 1, line))
-    # Changes of the same text in equal lines are told apart by a number.
+    # Identical changes in identical lines are numbered.
     total, number = collections.Counter(mutant.key() for mutant in mutants), collections.Counter()
     for mutant in mutants:
         key = mutant.key()
@@ -117,7 +118,7 @@ class Changes:
         self.changes.append((self.tokens[first].start(), self.tokens[last].end(), replacement, description))
 
     def skip_until(self, i, words):
-        """The first token with one of the words outside all brackets that open from here on."""
+        """The first token from i on that is one of the words, skipping over bracketed groups."""
         while self.words[i] not in words:
             i = self.partner.get(i, i) + 1
         return i
@@ -126,7 +127,7 @@ class Changes:
 
     def change_operator(self, i, word):
         around = self.text[self.tokens[i].start() - 1] + self.text[self.tokens[i].end()]
-        for choice in (BETWEEN_BLANKS if around.isspace() else ANYWHERE).get(word, []):
+        for choice in (BETWEEN_SPACES if around.isspace() else ANYWHERE).get(word, []):
             self.replace(i, i, choice)
         if word == "?":
             self.swap_alternatives(i)

@@ -12,7 +12,7 @@ namespace {
 constexpr int transportLayer = 256;
 constexpr int firstValue = 257;
 
-// The options in getopt_long's own form; the results count from firstValue as valueOptions does from 0.
+// The options as getopt_long's table; valueOptions[i] gives the result firstValue + i.
 struct LongOptions {
     option table[std::size(valueOptions) + 2] = {};
 

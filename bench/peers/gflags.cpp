@@ -3,8 +3,8 @@
 #include <gflags/gflags.h>
 #include <cstddef>
 
-// Its options are global variables, so nothing is constructed in the measured parse. It keeps only the last
-// value of an option, so the lists are lost.
+// gflags keeps its options in global variables, so the measured parse constructs nothing. It keeps only the
+// last value of an option, so the -tl and -p lists are lost.
 DEFINE_string(o, "", "");
 DEFINE_string(x, "", "");
 DEFINE_string(camemu, "", "");

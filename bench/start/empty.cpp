@@ -1,4 +1,4 @@
-// A program in C++ that does next to nothing; parsing.cpp is the same with a parse.
+// A C++ program that does almost nothing; library.cpp is the same with a parse.
 #include <string>
 #include <vector>
 

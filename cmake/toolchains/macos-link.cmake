@@ -1,5 +1,5 @@
-# Link rules of the macOS cross build: the linker is called itself, not through the compiler, so options reach it
-# without the -Wl prefix.
+# Link rules of the macOS cross build. The linker is called directly, not through the compiler driver, so its options
+# have no -Wl prefix.
 
 foreach(lang C CXX)
   set(CMAKE_${lang}_VERBOSE_FLAG -v)

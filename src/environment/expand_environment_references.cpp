@@ -31,7 +31,7 @@ void appendVariable(std::string_view name, std::string& output) {
 
 int expandLongText(std::string& text) {
     const std::string_view source(text.c_str());
-    // Searching no further than the last ")" keeps many unmatched "$(" linear.
+    // Searching no further than the last ")" keeps the expansion linear even with many unmatched "$(".
     const std::string_view sourceToLastParenthesis = source.substr(0, source.rfind(')') + 1);
     std::string output;
     output.reserve(4 * text.size());

@@ -47,7 +47,7 @@ std::string composeDeviceFilter(const std::set<std::string>& classes) {
     return filter;
 }
 
-// isdigit depends on the locale.
+// Not isdigit, which is undefined for negative char values.
 bool startsWithDigit(const std::string& text) {
     return text[0] >= '0' && text[0] <= '9';
 }

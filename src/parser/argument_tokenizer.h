@@ -8,9 +8,9 @@
 
 namespace orvex {
 
-// Replaces tokens with the arguments in the text: spaces and tabs separate, both kinds of quotes group, and
-// a backslash makes the next byte literal. Throws std::runtime_error for an unterminated quote; tokens are
-// unchanged then.
+// Replaces tokens with the arguments in the text: spaces and tabs separate, both kinds of quotes group, and a
+// backslash makes the next byte literal. Throws std::runtime_error for an unterminated quote and leaves
+// tokens unchanged.
 void splitArgumentString(const std::string& text, std::vector<std::string>& tokens);
 
 }  // namespace orvex

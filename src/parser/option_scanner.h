@@ -18,7 +18,7 @@ inline std::string_view withoutLeadingDashes(std::string_view text) {
 }
 
 // Whether formatted extraction in the classic locale reads a double from the start of the token. The stream
-// turns any exception during the extraction into a failure, so running out of memory means no.
+// turns any exception during the extraction into a failure, so the result is false if memory runs out.
 bool isNumber(std::string_view token);
 
 // Whether the token begins with a dash and is not a number.

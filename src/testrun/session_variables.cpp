@@ -26,7 +26,7 @@ constexpr SessionVariable sessionVariables[] = {
     {"tdc_vcsbranch", "VCS_BRANCH"},
 };
 
-// Unlike for the transport variables, a failure to set a variable is ignored.
+// Unlike with the transport variables, a failure to set one of these is ignored.
 void exportIgnoringFailure(const char* name, const std::string& value) {
     if (!value.empty()) {
         setEnvironmentVariable(name, value);

@@ -7,7 +7,7 @@
 
 namespace orvex {
 
-// Sets the variable of each reporting option, and that of -tl, if the option has a value. Ignores failures.
+// Sets the session variable of each option that has a value, and TRANSPORT_LAYER. Ignores failures.
 void exportSessionVariables(const OptionRegistry& options);
 
 }  // namespace orvex

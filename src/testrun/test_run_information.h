@@ -9,8 +9,8 @@
 
 namespace orvex {
 
-// Resets the fields that have a fixed start value and fills those whose options have a value; the others are
-// unchanged. tlList: all -tl values, joined by ",".
+// Sets group, fixedZero and transportLayers, to their defaults if there is no value, and each other field
+// whose option has a value; the rest are unchanged. tlList: all -tl values, joined by ",".
 void fillTestRunInformation(const OptionRegistry& options, const std::string& tlList,
                             TestRunInformation& information);
 

@@ -20,7 +20,7 @@ using faults::Failure;
 using faults::FaultyCall;
 using faults::Times;
 
-TEST_F(CInterfaceException, ParseWThrowsWithoutMemoryForTheConversion) {
+TEST_F(CInterfaceException, ParseWThrowsBadAllocIfMemoryRunsOutInTheConversion) {
     inFreshProcess([] {
         wchar_t name[] = L"mytest";
         wchar_t* arguments[] = {name};
@@ -35,7 +35,7 @@ TEST_F(CInterfaceException, ParseWThrowsWithoutMemoryForTheConversion) {
     });
 }
 
-TEST_F(CInterfaceException, HelpMessageThrowsWithoutMemoryAndWritesNothing) {
+TEST_F(CInterfaceException, HelpMessageThrowsBadAllocAndWritesNothingIfMemoryRunsOut) {
     inFreshProcess([] {
         const std::string name = fill(100);
         GuardedBuffer buffer(OrvexTestCommandLineParser_GetHelpMessage(name.c_str(), nullptr, 0));

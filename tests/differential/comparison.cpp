@@ -25,14 +25,14 @@
 namespace differential {
 namespace {
 
-// The process-wide parser as it is at the start of a process.
+// Replaces the process-wide parser with a new one, as at process start.
 OrvexTestCommandLineParser& newProcessWideParser() {
     OrvexTestCommandLineParser& parser = orvex::getParserInstance();
     parser.~OrvexTestCommandLineParser();
     return *new (&parser) OrvexTestCommandLineParser();
 }
 
-// The file lies six levels below it; above the root there is nothing.
+// Six levels above the library's file; empty if that is the root or would be above it.
 std::string findApplicationDir() {
     Dl_info library;
     if (dladdr(reinterpret_cast<const void*>(&OrvexTestCommandLineParser_Parse), &library) == 0) {

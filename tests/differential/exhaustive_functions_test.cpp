@@ -20,13 +20,13 @@ namespace {
 
 using namespace differential;
 
-TEST(ExhaustiveFunctions, EveryStringToTheTokenizer) {
+TEST(ExhaustiveFunctions, TokenizerMatchesTheModelForEveryString) {
     Cases cases;
     forEvery(std::string(" \t\"'\\a\n\xFF"), quickOrDeep(5, 7), cases,
              [&](const std::string& text) { cases(findTokenizerDifference(text)); });
 }
 
-TEST(ExhaustiveFunctions, EveryStringToSplitString) {
+TEST(ExhaustiveFunctions, SplitStringMatchesTheModelForEveryString) {
     Cases cases;
     const std::string symbols(",:a\xFF\0", 5);
     for (const char delimiter : symbols) {
@@ -35,7 +35,7 @@ TEST(ExhaustiveFunctions, EveryStringToSplitString) {
     }
 }
 
-TEST(ExhaustiveFunctions, EveryStringToTheReferenceExpansion) {
+TEST(ExhaustiveFunctions, ExpansionMatchesTheModelForEveryString) {
     // Names that are defined, empty and undefined; values that look like references.
     const model::Environment variables = {
         {"A", "$(B)%A%"}, {"AA", ""}, {"$", "dollar"}, {"(", "paren"}, {"B", "A=C"}};
@@ -45,7 +45,7 @@ TEST(ExhaustiveFunctions, EveryStringToTheReferenceExpansion) {
              [&](const std::string& text) { cases(findExpansionDifference(text, variables)); });
 }
 
-TEST(ExhaustiveFunctions, EveryCodePointToTheConversion) {
+TEST(ExhaustiveFunctions, ConversionMatchesTheModelForEveryCodePoint) {
     Cases cases;
     const auto step = static_cast<std::uint32_t>(quickOrDeep(13, 1));
     for (std::uint32_t c = 0; c < 0x110000 + 64 && cases; c += step) {
@@ -58,7 +58,7 @@ TEST(ExhaustiveFunctions, EveryCodePointToTheConversion) {
     }
 }
 
-TEST(ExhaustiveFunctions, EveryShortStringOfBoundariesToTheConversion) {
+TEST(ExhaustiveFunctions, ConversionMatchesTheModelForEveryStringOfBoundaries) {
     const std::u32string boundaries = {U'a',    0x7F,     0x80,     0x7FF,      0x800,      0xD800,    0xFFFF,
                                        0x10000, 0x10FFFF, 0x110000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
     Cases cases;
@@ -71,7 +71,7 @@ TEST(ExhaustiveFunctions, EveryShortStringOfBoundariesToTheConversion) {
     });
 }
 
-TEST(ExhaustiveTokenKinds, EveryStringOfTheCharactersOfNumbers) {
+TEST(ExhaustiveTokenKinds, MatchTheModelForEveryStringOfNumberCharacters) {
     Cases cases;
     forEvery(std::string("-+0.5eExXinfaN \t"), quickOrDeep(4, 5), cases, [&](const std::string& text) {
         cases(findTokenKindDifference(text));
@@ -79,7 +79,7 @@ TEST(ExhaustiveTokenKinds, EveryStringOfTheCharactersOfNumbers) {
     });
 }
 
-TEST(ExhaustiveTokenKinds, EveryByteAfterADash) {
+TEST(ExhaustiveTokenKinds, MatchTheModelForEveryByteAfterADash) {
     std::string allBytes;
     for (int byte = 0; byte < 256; ++byte) {
         allBytes += static_cast<char>(byte);
@@ -112,7 +112,7 @@ model::Registry newModel(std::uint32_t mode) {
     return registry;
 }
 
-// With everything, also the queries that cost a stream and those that a scan does not change.
+// If isEverything, also compares the queries that build a stream and those whose results no scan changes.
 void compareQueries(const OptionRegistry& registry, const model::Registry& model, bool isEverything,
                     Differences& compare) {
     compare("getPositionals", registry.getPositionals(), model.positionals);
@@ -165,13 +165,13 @@ protected:
     }
 };
 
-TEST_P(ExhaustiveRegistry, EveryList) {
+TEST_P(ExhaustiveRegistry, MatchesTheModelForEveryList) {
     Cases cases;
     forEvery(tokens, quickOrDeep(3, 4), cases,
              [&](const Strings& list) { compareScans(cases, list, 0, list.size() <= 2); });
 }
 
-TEST_P(ExhaustiveRegistry, EveryListInTwoScans) {
+TEST_P(ExhaustiveRegistry, MatchesTheModelForEveryPairOfScans) {
     Cases cases;
     forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
         for (std::size_t first = 0; first <= list.size(); ++first) {

@@ -46,7 +46,7 @@ const Strings tokens = words(
     "'' a - -- --- -o --o ---o -o= -o=b -tl --tl -tl=A -tl= -p -p=k=v -w -w=1 -help -? -u -u=1 -= --=x "
     "-5 7 -.5e1 -packetsize -tdc_variant=V o=");
 
-TEST(ExhaustiveTokens, EveryListAfterTheProgramNameAndWithoutOne) {
+TEST(ExhaustiveTokens, MatchTheModelInEveryListWithAndWithoutAProgramName) {
     Cases cases;
     forEvery(tokens, quickOrDeep(3, 4), cases, [&](const Strings& list) {
         cases(Scenario{{narrow(list)}});
@@ -54,7 +54,7 @@ TEST(ExhaustiveTokens, EveryListAfterTheProgramNameAndWithoutOne) {
     });
 }
 
-TEST(ExhaustiveTokens, EveryListSpreadOverTheSourcesAndOverTwoParses) {
+TEST(ExhaustiveTokens, MatchTheModelHoweverAListIsSpreadOverSourcesAndParses) {
     Cases cases;
     forEvery(tokens, quickOrDeep(2, 3), cases, [&](const Strings& list) {
         for (std::size_t first = 0; first <= list.size(); ++first) {
@@ -70,7 +70,7 @@ TEST(ExhaustiveTokens, EveryListSpreadOverTheSourcesAndOverTwoParses) {
     });
 }
 
-// Also the names that only the usage text has, and two that nothing has.
+// All option names, those that only the usage text mentions, and two unknown names.
 const Strings names = optionNames() + words("tdc_name tdc_pcname tdc_osname O u");
 
 // The ways of giving an option, each with its name in the place of the @.
@@ -81,7 +81,7 @@ Strings given(std::string way, const std::string& name) {
     return words(way);
 }
 
-TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
+TEST(ExhaustiveTokens, MatchTheModelForEveryPairOfOptionsInOneAndTwoParses) {
     Cases cases;
     Scenario scenario;
     // An old value shows which variables are set.
@@ -104,7 +104,7 @@ TEST(ExhaustiveTokens, EveryPairOfOptionsInOneAndInTwoParses) {
 
 // One byte of each kind that the tokenizer distinguishes, and a dash. The program name is an option, to see
 // how often it is scanned.
-TEST(ExhaustiveVariables, EveryValue) {
+TEST(ExhaustiveVariables, MatchTheModelForEveryValue) {
     Cases cases;
     for (const char* variable : {"ORVEX_TEST_ARGS", "_ORVEX_TEST_ARGS_", "MY_ARGS"}) {
         forEvery(std::string(" \t\"'\\-\n"), quickOrDeep(4, 6), cases, [&](const std::string& text) {
@@ -124,7 +124,7 @@ Strings transportLayers() {
     return entries;
 }
 
-TEST(ExhaustiveTransport, EveryListInOneOptionAndInSeveral) {
+TEST(ExhaustiveTransport, MatchesTheModelForEveryListInOneAndSeveralOptions) {
     Cases cases;
     forEvery(transportLayers(), quickOrDeep(2, 4), cases, [&](const Strings& entries) {
         std::string list;
@@ -139,7 +139,7 @@ TEST(ExhaustiveTransport, EveryListInOneOptionAndInSeveral) {
     });
 }
 
-TEST(ExhaustiveTransport, EveryMixOfNumbers) {
+TEST(ExhaustiveTransport, MatchesTheModelForEveryMixOfNumbers) {
     const Strings values = words("''|0|9x|x|/|:|-5| 5|5", '|');
     const std::vector<KnownOption> options = numbers();
     Cases cases;
@@ -157,7 +157,7 @@ TEST(ExhaustiveTransport, EveryMixOfNumbers) {
     }
 }
 
-TEST(ExhaustiveTransport, EverySetOfVariablesThatCannotBeSet) {
+TEST(ExhaustiveTransport, MatchesTheModelForEverySetOfVariablesThatCannotBeSet) {
     const std::size_t sets = std::size_t{1} << std::size(knownVariables);
     Cases cases;
     Scenario scenario;
@@ -179,7 +179,7 @@ TEST(ExhaustiveTransport, EverySetOfVariablesThatCannotBeSet) {
 }
 
 // Each argument a null pointer, empty, plain, several bytes long in UTF-8, or not convertible.
-TEST(ExhaustiveWide, EveryVectorAndCount) {
+TEST(ExhaustiveWide, MatchesTheModelForEveryVectorAndCount) {
     const std::vector<WideArgument> items = {
         std::nullopt, U"", U"-w", U"\u00E9", U"\u20AC\U0001F600", std::u32string{0x110000}};
     Cases cases;
@@ -190,7 +190,7 @@ TEST(ExhaustiveWide, EveryVectorAndCount) {
     });
 }
 
-TEST(ExhaustiveWide, EveryPackedBlockAndCount) {
+TEST(ExhaustiveWide, MatchesTheModelForEveryPackedBlockAndCount) {
     Cases cases;
     // The NULs separate the arguments.
     forEvery(std::string("\0-wo5", 5), quickOrDeep(4, 6), cases, [&](const std::string& block) {
@@ -200,7 +200,7 @@ TEST(ExhaustiveWide, EveryPackedBlockAndCount) {
     });
 }
 
-TEST(RandomScenarios, BehaveAsTheModel) {
+TEST(RandomScenarios, BehaveLikeTheModel) {
     Cases cases;
     for (std::uint64_t seed = 1; seed <= quickOrDeep(20000, 200000) && cases; ++seed) {
         cases(scenarioFromSeed(seed));

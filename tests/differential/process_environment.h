@@ -11,10 +11,10 @@
 
 namespace differential {
 
-// Replaces the process environment as long as it lives. Only one at a time.
+// Replaces the process environment during its lifetime. Only one instance may exist at a time.
 //
 // The platform's setenv keeps every string that it was ever given, so millions of scenarios would use up the
-// memory. This class answers setenv itself, always overwrites, and releases the strings with the scenario.
+// memory. This class handles setenv itself, always overwrites, and releases the strings with the scenario.
 class ProcessEnvironment {
 public:
     explicit ProcessEnvironment(const std::map<std::string, std::string>& variables,

@@ -29,8 +29,9 @@ struct Scenario {
 //   =NAME=VALUE    a variable of the environment
 //   !NAME          a variable that the platform refuses to set
 //   >FORM          a call: narrow, wide, packed, NarrowC, WideC or variable; only the first letter matters.
-//                  "*" after it passes a null pointer for the arguments, a number that count: >narrow*-1
-//   anything else  an argument of the last call, without a space in front
+//                  "*" after it passes a null pointer for the arguments, a number passes that argc:
+//                  >narrow*-1
+//   anything else  an argument of the last call; one leading space is dropped
 //
 // "\1F600;" is the byte or the code point of that number, and the wide argument "\null" is a null pointer.
 // Any text is a scenario; calls after the sixth are ignored.

@@ -1,4 +1,4 @@
-// The parts of the comparison itself.
+// Tests of the comparison's own parts.
 
 #include "differential/scenario.h"
 #include "differential/differences.h"

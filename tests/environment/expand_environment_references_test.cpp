@@ -85,7 +85,7 @@ TEST_F(ExpandReferences, FourTimesTheSizeOfTheStringIsReserved) {
     std::string text = std::string(999, 'a') + "%";
     EXPECT_EQ(orvex::expandEnvironmentReferences(text), 0);
     EXPECT_GE(text.capacity(), 4 * 1000U);
-    EXPECT_LE(text.capacity(), 4 * 1000U + 15) << "a standard library rounds up by less";
+    EXPECT_LE(text.capacity(), 4 * 1000U + 15) << "more than rounding by the standard library explains";
 }
 
 }  // namespace

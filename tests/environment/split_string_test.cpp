@@ -15,7 +15,7 @@ TEST(SplitString, AppendsThePartsBetweenTheDelimiters) {
         {"a::bc", {"a", "", "bc"}},
         {":b", {"", "b"}},
         {" a,b : \xFF;d", {" a,b ", " \xFF;d"}},
-        // An empty last part is not a part.
+        // A trailing delimiter adds no empty last part.
         {"a:", {"a"}},
         {"::", {"", ""}},
     };

@@ -101,7 +101,7 @@ TEST_F(TransportVariables, NumberThatBeginsWithAnythingElseFails) {
     }
 }
 
-TEST_F(TransportVariables, BadNumberLeavesTheVariablesBeforeItSet) {
+TEST_F(TransportVariables, BadNumberKeepsEarlierVariablesAndSetsNoLaterOnes) {
     EXPECT_FALSE(parse(parser, words("app -tl A -packetdelay=x -camemu=4 -p k=v -tdc_guid 1")));
     EXPECT_THAT(transportVariables(),
                 ContainerEq(changed(defaultVariables, {{"ORVEX_DEVICE_FILTER", "DeviceClass=A"}})));

@@ -1,4 +1,4 @@
-// The SDK's directory, and the producer path made of it, for every answer of the platform.
+// The SDK's directory, and the producer path derived from it, for every result of dladdr and realpath.
 
 #include "OrvexTestCommandLineParser.h"
 
@@ -69,7 +69,7 @@ TEST_F(ApplicationDir, EndsBeforeTheLastSlashAndReleasesTheBuffer) {
 
 // References in the SDK's directory are expanded, too. It occurs twice, so that a "%" in it pairs with the
 // one in the copy.
-TEST_F(ProducerPath, IsTheExpandedDirectoriesAndTheOldValue) {
+TEST_F(ProducerPath, ConsistsOfTheExpandedDirectoriesAndTheOldValue) {
     const std::string gtl = "/Frameworks/orvex.framework/Libraries/gentlproducer/gtl:";
     const std::string cxp = "/Frameworks/orvex.framework/Libraries/orvexCXP/bin:";
     const struct {

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-// With 32 "~" for each, so that no string holds the value without an allocation.
+// Replaces each "~" with 32 of them, so that every such string needs an allocation.
 inline std::string lengthened(const std::string& text) {
     return std::regex_replace(text, std::regex("~"), std::string(32, '~'));
 }
@@ -58,7 +58,8 @@ inline const Strings options = longWords("-w -x xml~ Suite~ -tl DravikGTC,Dravik
 inline const std::string prepended = lengthened("-help First~ -o first~ -tl DravikGigE:Socket~ -p one~");
 inline const std::string appended = lengthened(recordOptions() + "-o output~ Last~");
 
-// Of an earlier parse. Its program name is an option, so that the next parse names the program.
+// The command line of an earlier parse. Its argv[0] is an option, so that the next parse sets the application
+// name.
 inline const Strings earlierCommandLine =
     words("-earlier -o old -x old -tdc_variant=old " + recordOptions("old"));
 
@@ -193,8 +194,8 @@ protected:
         statesOfScan();
     }
 
-    // Gives a new parser and all variables other values than the parse will, so that each can be kept or
-    // lost.
+    // Gives a new parser and all variables values that differ from those of the parse, so that a test can
+    // tell whether each was replaced.
     static void prepare(OrvexTestCommandLineParser& parser) {
         writeEnvironment({});
         EXPECT_TRUE(parse(parser, earlierCommandLine));

@@ -1,4 +1,4 @@
-// Hidden functions that do not pass on that memory has run out.
+// Hidden functions that do not propagate std::bad_alloc.
 
 #include "OrvexTestCommandLineParser.h"
 #include "environment/expand_environment_references.h"

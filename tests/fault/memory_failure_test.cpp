@@ -15,13 +15,14 @@ using faults::Failure;
 using faults::FaultyCall;
 using faults::Times;
 
-// A parse passes through a line of states. A failure leaves one of them, and a later failure not an earlier
-// one.
+// A parse passes through a sequence of states. A failure leaves the parser in one of them, and a later
+// failure never in an earlier one.
 class Position {
 public:
     explicit Position(const std::vector<Snapshot>& states) : states(states) {}
 
-    // Nothing if this is a state from here on.
+    // Returns "" and advances if the state is the current one or a later one; otherwise returns the
+    // difference.
     std::string advanceTo(const Snapshot& state) {
         const auto current = states.begin() + static_cast<std::ptrdiff_t>(position);
         auto found = std::find(current, states.end(), state);
@@ -154,7 +155,7 @@ TEST_F(OutOfMemory, ArgumentsOfAVariableAreKeptAsFarAsTheyWereScanned) {
     EXPECT_EQ(scan.position, words(prepended).size() + 1);
 }
 
-TEST_F(OutOfMemory, ParseWithBadArgumentsFailsWithoutAMessage) {
+TEST_F(OutOfMemory, ParseReturnsFalseForBadArgumentsEvenIfNothingCanBeAllocated) {
     OrvexTestCommandLineParser parser;
     char* arguments[] = {nullptr};
     const Failure failure(FaultyCall::Allocation, 1, Times::FromThenOn);

@@ -1,4 +1,4 @@
-// Parses that do everything, and parses that a bad argument or a function of the platform ends.
+// Complete parses, and parses cut short by a bad argument or a failing platform function.
 
 #include "fault/every_effect.h"
 
@@ -30,8 +30,9 @@ protected:
         return result;
     }
 
-    // Nothing if the parse ended before this effect, its calls were all up to this one (and then something
-    // was thrown), and a later parse finds the arguments of all sources scanned.
+    // Returns "" if the parse stopped before this effect, lastCall (and then the exception) was the last
+    // thing that it did, and a later parse shows that all sources were scanned; otherwise the first
+    // difference.
     std::string differenceFromEnd(const std::string& effect, const std::string& lastCall,
                                   const std::string& thrown = "", const Strings& laterArguments = {}) {
         Strings expected = everyCall();

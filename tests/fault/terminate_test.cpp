@@ -16,7 +16,7 @@ using faults::FaultyCall;
 
 using StrangeException = CleanEnvironmentTest;
 
-// A parse neither returns nor throws what its caller could catch.
+// The parse must neither return nor let its caller catch the exception.
 TEST_F(StrangeException, EndsTheProcessWhereverAParseThrowsIt) {
     constexpr int exitCodeOfTerminate = 77;
     GTEST_FLAG_SET(death_test_style, "threadsafe");

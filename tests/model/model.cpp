@@ -44,7 +44,7 @@ std::optional<std::string> lookUp(const Environment& environment, const std::str
     return std::nullopt;
 }
 
-// Ends the parse.
+// Ends the parse if the condition is false.
 void require(bool isGood) {
     if (!isGood) {
         throw std::runtime_error("the parse fails");
@@ -81,7 +81,7 @@ void Registry::parseTokens(const Strings& tokens) {
         next += 1;
 
         if (!isOptionToken(token)) {
-            // The program name in front of a list enters only an empty list.
+            // A list's program name is stored only if there is no positional argument yet.
             const bool isProgramName = next == 1;
             if (!isProgramName || positionals.empty()) {
                 positionals.push_back(token);

@@ -24,7 +24,7 @@ documented README.md 'cmake -S . -B build && cmake --build build && cmake --inst
 [ -x "$work/prefix/bin/show_arguments" ] || fail 'the installation has show_arguments'
 documented README.md 'scripts/demo'
 SHOW_ARGUMENTS_FORMAT=json scripts/demo 2>"$work/progress" | python3 -m json.tool >"$work/report.json" ||
-    fail 'what scripts/demo prints on standard output is JSON, if it is asked for'
+    fail 'scripts/demo prints JSON on standard output when asked to'
 documented CONTRIBUTING.md 'mkdir -p build && doxygen docs/Doxyfile'
 documented CONTRIBUTING.md 'scripts/mutate --list'
 documented docs/releasing.md 'scripts/abi --compare TAG' TAG HEAD

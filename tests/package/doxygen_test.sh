@@ -19,5 +19,5 @@ for picture in architecture peers scaling; do
     grep -qE "(src|data)=\"$picture.svg\"" md_docs_*.html || fail "a page shows $picture.svg"
 done
 grep -oE '(href|src|data)="[^"#:]+["#]' -- *.html | cut -d '"' -f 2 | tr -d '#' | sort -u | while read -r file; do
-    [ -e "$file" ] || fail "$file exists, to which a page leads"
+    [ -e "$file" ] || fail "$file, which a page links to, exists"
 done

@@ -7,7 +7,7 @@ import re
 import sys
 from pathlib import Path
 
-# Of each language, the files of its blocks in their order.
+# For each language, the files for its code blocks, in order.
 FILES = {
     "sh": ["pkg_config.sh"],
     "cmake": ["CMakeLists.txt", "fetch_content.cmake"],

@@ -26,7 +26,7 @@ producer_path() {
 }
 
 paths=$(producer_path DravikGTC)
-expect_equal 'the producer directories stand in front of the old path' \
+expect_equal 'the producer directories come before the old path' \
     "$libraries/gentlproducer/gtl"$'\n'"$libraries/orvexCXP/bin"$'\n/earlier/gtl' "$paths"
 for directory in $(head -n 2 <<<"$paths"); do
     [ -d "$directory" ] || fail "$directory exists"

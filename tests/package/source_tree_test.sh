@@ -8,7 +8,7 @@ expect_consumer_works "$built/consumer"
 commands=$built/compile_commands.json
 compiled=$(sed -n 's/^ *"file": "\(.*\)".*/\1/p' "$commands")
 if grep -v -e "^$PACKAGE_SOURCE/src/" -e '/main\.cpp$' <<<"$compiled"; then
-    fail 'no tests, tools and examples are built'
+    fail 'no tests, tools or examples are built'
 fi
 if grep -e -Werror "$commands"; then
     fail 'no warning is an error'

@@ -10,7 +10,7 @@ program=$prefix/bin/show_arguments
 "$program" -o result.txt >"$work/output"
 grep -qE '^ +outputFilename +result\.txt$' "$work/output" || fail 'show_arguments shows what it was given'
 [ "$(ldd "$program" | awk '/libtestcommandlineparser/ { print $3 }' | xargs realpath)" = \
-    "$(realpath "$prefix/$PACKAGE_LIBDIR/$PACKAGE_LIBRARY")" ] || fail 'it is run with the library beside it'
+    "$(realpath "$prefix/$PACKAGE_LIBDIR/$PACKAGE_LIBRARY")" ] || fail 'show_arguments loads the library that was installed with it'
 
 page=$(find "$prefix" -path '*/man1/show_arguments.1')
 [ -n "$page" ] || fail 'the manual page is installed'

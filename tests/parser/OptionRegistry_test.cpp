@@ -113,7 +113,7 @@ TEST_F(Registry, PositionalsBeyondTheLastAreEmpty) {
     EXPECT_EQ(registry.getPositional(std::numeric_limits<std::size_t>::max()), "");
 }
 
-// An argument cannot hold a NUL, but the registry does not decide that.
+// An argument cannot contain a NUL, but the registry must not rely on that.
 TEST_F(Registry, NulIsAnOrdinaryByte) {
     const std::string nul(1, '\0');
     registry.parseTokens({"app" + nul, "-n" + nul + "=1", "-n=2", "-tl", nul});

@@ -35,7 +35,7 @@ TEST(WideToUtf8Length, CountsUpToTheLargestIntAndRejectsOneByteMore) {
     static_assert(codePoints == std::size_t{1} << 29);
     wchar_t* const string = mapCodePoints();
     ASSERT_FALSE(HasFailure());
-    // One code point less than there are, one of two bytes, and the terminator.
+    // From string + 1: all four-byte code points but one, a two-byte one, and the terminator.
     string[codePoints] = L'\u00FF';
     EXPECT_EQ(orvex::convertWideToUtf8(string + 1, nullptr, 0), std::numeric_limits<int>::max());
     string[codePoints] = L'\u0800';

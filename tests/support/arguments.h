@@ -78,7 +78,7 @@ struct Call {
     // Of all forms but the wide ones. Those of Variable are the names of the variable and of the program.
     Strings arguments = {};
     std::vector<WideArgument> wideArguments = {};
-    // What the call passes, unless it is the number of arguments.
+    // The argc to pass, if it is not the number of arguments.
     std::optional<int> count = {};
     // Passes a null pointer for the arguments, or for the name of the variable.
     bool isNull = false;
@@ -111,7 +111,7 @@ inline std::vector<char> packed(const Strings& arguments) {
     return block;
 }
 
-// Owns what a call passes, so that making it needs no memory of the test.
+// Owns what a call passes, so that the test allocates nothing while making the call.
 class PreparedCall {
 public:
     explicit PreparedCall(const Call& call)
@@ -129,7 +129,7 @@ public:
         }
     }
 
-    // The result of the call: of ParseArgsFromEnvironmentVariable, 1.
+    // The result of the call; 1 for ParseArgsFromEnvironmentVariable, which returns nothing.
     int make(OrvexTestCommandLineParser& parser) {
         char** const argv = isNull ? nullptr : narrow.argv();
         wchar_t** const wideArgv = isNull ? nullptr : wide.argv();

@@ -241,7 +241,7 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept {
 
 namespace {
 
-// A release that knows the size, which release does not need.
+// Sized operator delete; the size is not needed.
 void releaseSized(void* memory, std::size_t /*size*/) noexcept {
     release(memory);
 }

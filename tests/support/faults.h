@@ -24,7 +24,7 @@ enum class FaultyCall {
 
 enum class Times { Once, FromThenOn };
 
-// Makes the nth call from now on fail, counted from 1, as long as it lives. One lives at a time.
+// During its lifetime, makes the nth call fail, counted from 1. Only one may exist at a time.
 class Failure {
 public:
     explicit Failure(FaultyCall call, std::size_t nth = 1, Times times = Times::Once);
@@ -32,7 +32,7 @@ public:
     Failure(const Failure&) = delete;
     Failure& operator=(const Failure&) = delete;
 
-    // Whether the call was made that was to fail.
+    // Whether the call that was to fail has been made.
     bool happened() const;
 
     // Counts a call and returns whether it fails.
@@ -64,8 +64,8 @@ private:
 
 extern std::set<std::string, std::less<>> refusedVariables;  // setenv fails for these
 extern const char* libraryFile;                              // unless null, the file that dladdr names
-extern const char* resolvedPath;                             // unless null, what realpath answers
-extern bool allocationsAreSlow;                              // so that other threads overtake
+extern const char* resolvedPath;                             // unless null, what realpath returns
+extern bool allocationsAreSlow;                              // gives other threads time to catch up
 
 // Records, as long as it lives, what was called and thrown: "getenv NAME", "setenv NAME=value" ("setenv
 // otherwise" unless its flag is 1), "dladdr", "realpath PATH", "throw TYPE: message".

@@ -12,7 +12,7 @@ EMULATOR = tuple(os.environ.get("TEST_EMULATOR", "").split())
 
 
 def clean_environment(variables=None):
-    """An environment with nothing in it that the parser or GoogleTest reads but the given variables."""
+    """An environment in which the parser and GoogleTest see only the given variables."""
     environment = {name: os.environ[name] for name in KEPT_VARIABLES if name in os.environ}
     environment.update(variables or {})
     return environment
@@ -32,8 +32,8 @@ def run(command, variables=None, **options):
 
 
 def open_terminal():
-    """A new terminal, as the descriptors of its user's side and of the program's. Where there is none, the test is
-    skipped."""
+    """A new pseudo-terminal: the descriptors of the user's side and of the program's side. Skips the test if the
+    system has none."""
     try:
         return pty.openpty()
     except OSError as error:

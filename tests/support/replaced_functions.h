@@ -1,4 +1,4 @@
-// Functions of the platform that the tests replace. On ELF, a definition in the program replaces that of all
+// Functions of the platform that the tests replace. On ELF, a definition in the program replaces those in all
 // libraries. On macOS, a library is linked to one particular definition; there the replacements have other
 // names and lie in a library with a table, from which the dynamic loader takes them.
 
@@ -37,8 +37,7 @@ Function nextAfterProgram(const char* name) {
 
 #endif
 
-// Answers every call of setenv, unless it is null. Works in programs that link to "faults" or
-// "replaced_setenv".
+// If not null, called in place of setenv. Works in programs that link to "faults" or "replaced_setenv".
 extern int (*setenvInstead)(const char* name, const char* value, int overwrite);
 
 #endif

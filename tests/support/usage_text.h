@@ -1,4 +1,4 @@
-// The usage text after the program name and the space that follows it. What looks like slips is intended.
+// The usage text after the program name and the space that follows it. Apparent slips are intentional.
 
 #ifndef ORVEX_TESTS_USAGE_TEXT_H
 #define ORVEX_TESTS_USAGE_TEXT_H

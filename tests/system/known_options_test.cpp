@@ -41,7 +41,7 @@ Strings variableNames() {
     return Strings(std::begin(knownVariables), std::end(knownVariables));
 }
 
-TEST(KnownOptions, AreTheRowsOfTheReadme) {
+TEST(KnownOptions, MatchTheRowsOfTheReadme) {
     Strings names;
     for (const std::string& line : words(section("README.md", "\n## Options\n", "\n## "), '\n')) {
         if (line.compare(0, 4, "| `-") == 0) {
@@ -56,7 +56,7 @@ TEST(KnownOptions, AreInTheHeader) {
     EXPECT_THAT(namesAfter("[ (]-", header), IsSupersetOf(optionNames()));
 }
 
-TEST(KnownOptions, AreInTheDictionaryOfTheFuzzer) {
+TEST(KnownOptions, AreInTheFuzzerDictionary) {
     const std::string entries = section("tests/fuzz/dictionaries/scenario.txt", "# The options.", "\n#");
     EXPECT_THAT(namesAfter("\n\"-", entries), UnorderedElementsAreArray(optionNames()));
 }
@@ -66,13 +66,13 @@ TEST(KnownVariables, AreInTheReadme) {
     EXPECT_THAT(namesAfter("`", text), IsSupersetOf(variableNames()));
 }
 
-TEST(KnownVariables, AreTheListOfTheHeaderInOrder) {
+TEST(KnownVariables, MatchTheListInTheHeaderInOrder) {
     const std::string list =
         section("include/OrvexTestCommandLineParser.h", "/// Writes, in this order:", "    /// Apart");
     EXPECT_EQ(namesAfter("\n    ///     ", list), variableNames());
 }
 
-TEST(KnownVariables, EndTheDictionaryOfTheFuzzerInOrder) {
+TEST(KnownVariables, AreLastInTheFuzzerDictionaryInOrder) {
     const Strings names =
         namesAfter("\n\"", section("tests/fuzz/dictionaries/scenario.txt", "\"\\x0A=\"\n", "no such text"));
     EXPECT_EQ(names, variableNames());

@@ -48,7 +48,7 @@ bool readsAsNumber(const char* text) {
     return static_cast<bool>(stream >> number);
 }
 
-// Sets this locale of C++ and, where the machine has one, a locale of C with a comma.
+// Sets this C++ locale and, if the machine has one, a C locale with a decimal comma.
 class Locale : public CleanEnvironmentTest {
 protected:
     Locale()
@@ -69,7 +69,7 @@ protected:
 };
 
 // Without this the next test would prove nothing.
-TEST_F(Locale, ReadsOtherNumbersThanTheClassicLocale) {
+TEST_F(Locale, ReadsNumbersDifferentlyFromTheClassicLocale) {
     EXPECT_FALSE(readsAsNumber("-.5"));
     EXPECT_TRUE(readsAsNumber("-,5"));
     EXPECT_TRUE(readsAsNumber("--5"));

@@ -14,13 +14,13 @@ namespace {
 
 using Function = std::string (*)();
 
-// Taken by code: in the initialiser of a variable it could be left to the dynamic loader.
+// Take the address at run time: the initialiser of a variable could be resolved by the dynamic loader.
 Function addressOfGetApplicationDir() {
     const volatile Function address = &OrvexTestCommandLineParser::getApplicationDir;
     return address;
 }
 
-// The program lies in another directory, five levels below the library's.
+// The program is in another directory, so deep that five levels up differs from the library's.
 TEST(NonPie, ApplicationDirIsThatOfTheLibrary) {
     Dl_info place;
     ASSERT_NE(dladdr(reinterpret_cast<const void*>(addressOfGetApplicationDir()), &place), 0);

@@ -62,8 +62,9 @@ protected:
     std::string runClient(const fs::path& libraryDirectory, const std::string& startDirectory = "/",
                           const std::string& laterDirectory = ".",
                           const std::vector<std::string>& load = {}) const {
-        // On macOS, the client also finds a link beside itself: the variable may be lost on the way to it,
-        // and must not be there when it loads files, since dlopen, too, looks in that directory first.
+        // On macOS, the client can also find the library through a link next to it: the variable may not
+        // reach the client, and it must not be set when the client loads files, because dlopen also searches
+        // its directory first.
         fs::remove(base + "/library");
         fs::create_directory_symlink(startDirectory / libraryDirectory, base + "/library");
         std::string command = "cd '" + startDirectory + "' && ";
@@ -144,7 +145,7 @@ TEST_F(SdkLayout, RelativePathThatLeadsNowhereMakesParseFail) {
                   : "OrvexTestCommandLineParser::getApplicationDir> realpath() failed\nlinked gives 0: /x\n");
 }
 
-TEST_F(SdkLayout, DirectoryIsEmptyWhereTheClimbReachesTheRoot) {
+TEST_F(SdkLayout, DirectoryIsEmptyIfFiveLevelsUpIsTheRoot) {
     fs::path directory = base;
     while (std::distance(directory.begin(), directory.end()) < 6) {
         directory /= "c";

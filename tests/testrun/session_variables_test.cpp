@@ -61,7 +61,7 @@ TEST_F(SessionVariables, EmptyOrAbsentValueLeavesTheVariableUnchanged) {
     EXPECT_THAT(readEnvironment(), ContainerEq(inherited));
 }
 
-TEST_F(SessionVariables, AreNotSetFromTheDefaultsAndTheOtherFieldsOfTheRecord) {
+TEST_F(SessionVariables, AreNotSetFromDefaultsOrOtherFieldsOfTheRecord) {
     EXPECT_TRUE(parse(parser, words("app -pcname a -osname b -tdc_dxml c -testname d -ostype e -bit f")));
     EXPECT_THAT(readEnvironment(), ContainerEq(defaultVariables));
     EXPECT_EQ(parser.getTestRunInformation().group, "orvex");
