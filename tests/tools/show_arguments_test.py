@@ -327,6 +327,7 @@ HINTS = [
     ("-tdc_variant -w", None, '"-tdc_variant" takes a value only after "=". It needs a value.'),
     ("-w=1", "-w", '"-w" takes no value: "-w=1" is not read. Leave out the value to switch it on.'),
     ("'-packetsize 1500'", "-packetsize 1500", f'"-packetsize 1500" {ATTACHED}'),
+    ("'-o = f'", "-o f", f'"-o = f" {ATTACHED}'),
     ("-oresult.txt", "-o result.txt", f'"-oresult.txt" {ATTACHED}'),
     ("-packetsize1500", "-packetsize 1500", f'"-packetsize1500" {ATTACHED}'),
     ("-tdc_variant:V", "-tdc_variant=V", f'"-tdc_variant:V" {ATTACHED}'),
@@ -334,6 +335,7 @@ HINTS = [
     ("-output=result.txt", None, f'"-output=result.txt" {UNKNOWN} and is ignored.'),
     ("-o = f", "-o f", f'{SPACED} "-o".'),
     ("-o= 'a b'", "-o 'a b'", f'{SPACED} "-o".'),
+    ("-packetsize= =1500", "-packetsize 1500", f'{SPACED} "-packetsize".'),
     ("-packetsize =1500", "-packetsize 1500", f'{SPACED} "-packetsize".'),
     ("-tdc_variant = V", "-tdc_variant=V", f'{SPACED} "-tdc_variant".'),
     ("-tl=", None, 'The value of "-tl" is empty, as if "-tl" were not given.'),
@@ -343,7 +345,8 @@ HINTS = [
     ("-tl DravikGigE DravikUsb Suite", "-tl DravikGigE,DravikUsb",
      'The value of "-tl" ends at a space: "DravikUsb" became a test path.'),
     ("-tl=A, B DravikC", "-tl A,B,DravikC", 'The value of "-tl" ends at a space: "B", "DravikC" became test paths.'),
-    ("-tl A , B", "-tl A,B", 'The value of "-tl" ends at a space: ",", "B" became test paths.'),
+    ("-tl A , B : S", "-tl A,B:S", 'The value of "-tl" ends at a space: ",", "B", ":", "S" became test paths.'),
+    ("-p a = 1 b=2", "-p a=1 -p b=2", 'The value of "-p" ends at a space: "=", "1", "b=2" became test paths.'),
     ("-p a=1 'b=x y' Suite", "-p a=1 -p 'b=x y'", 'The value of "-p" ends at a space: "b=x y" became a test path.'),
     ("packetsize=1500", "-packetsize 1500", '"packetsize=1500" became a test path: it has no dash in front.'),
     ("bit 64", "-bit 64", '"bit" became a test path: it has no dash in front.'),
@@ -412,7 +415,7 @@ class Hints(unittest.TestCase):
 
     def test_one_slip_gives_one_hint(self):
         for line in ("-packetsise 1500", "-x -file.xml", "-tl A DravikB DravikC", "-o = f", "bit 64", "'–o' f",
-                     "-o '“a' 'b”'", "-tdc_variant V", "-tdc_name packetsize=1"):
+                     "-o '“a' 'b”'", "-tdc_variant V", "-tdc_name packetsize=1", "-tl '“DravikGigE:S”'"):
             with self.subTest(line=line):
                 self.assertEqual(len(show_line(line, "command line")["hints"]), 1)
 
@@ -618,6 +621,8 @@ class Terminal(unittest.TestCase):
             wide = line.count("日") + line.count("本")
             self.assertLessEqual(len(line) + wide, columns)
             self.assertEqual(len(caret), line.index("'") + 1 + wide)
+        output = show_on_terminal(40, variables={"ORVEX_TEST_ARGS": "-w " * 9 + "'", "NO_COLOR": "1"})
+        self.assertIn("\n      " + "-w " * 9 + "'\n", output)  # as wide as fits
 
     def test_colour_adds_no_information(self):
         coloured = show_on_terminal(200, *self.ARGUMENTS)

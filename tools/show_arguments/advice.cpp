@@ -118,7 +118,7 @@ const ToolOption* findPrefix(std::string_view text) {
     return longest;
 }
 
-// "-oresult.txt", "-packetsize1500", "-packetsize:1500"
+// "-oresult.txt", "-packetsize1500", "-packetsize:1500", "-o = f" as one argument
 Advice valueIsAttached(const Place& place) {
     const std::string_view text = orvex::withoutLeadingDashes(place.here.tokens[0]);
     const ToolOption* option = findPrefix(text);
@@ -129,7 +129,7 @@ Advice valueIsAttached(const Place& place) {
     // "-output" is more likely a misspelt name than "-o utput".
     const bool isWord = value.find_first_of("abcdefghijklmnopqrstuvwxyz_-") == 0 &&
                         place.here.name.find_first_of("./") == std::string::npos;
-    value.remove_prefix(std::min(value.find_first_not_of(": "), value.size()));
+    value.remove_prefix(std::min(value.find_first_not_of(": ="), value.size()));
     if (isWord || !isUsableValue(*option, value)) {
         return std::nullopt;
     }
@@ -166,11 +166,12 @@ Advice equalsSignIsSpaced(const Place& place) {
         ++covered;
     }
     const bool isSpaced = !isInline || covered > 1;
-    if (!isSpaced || !startsWith(text, "=") || !isUsableValue(option, text.substr(1))) {
+    const std::string value = text.substr(std::min(text.find_first_not_of('='), text.size()));
+    if (!isSpaced || !startsWith(text, "=") || !isUsableValue(option, value)) {
         return std::nullopt;
     }
     return Finding{fmt::format(R"(There must be no space before or after the "=" of "-{}".)", option.name),
-                   correct(place, option, text.substr(1)), covered};
+                   correct(place, option, value), covered};
 }
 
 Advice equalsSignIsMissing(const Place& place) {
@@ -220,33 +221,42 @@ Advice quotesAreCurly(const Place& place) {
     return std::nullopt;
 }
 
+// "-tl A, B", "-tl A DravikB", "-tl A : B"; "-p a=1 b=2", "-p a = 1"
 Advice valueIsCutAtSpace(const Place& place) {
     const bool isLayers = place.here.name == "tl";
     if ((!isLayers && place.here.name != "p") || place.here.value.empty()) {
         return std::nullopt;
     }
-    const ToolOption& option = *place.here.option;
-    std::string layers = place.here.value;
-    std::string properties = correct(place, option, place.here.value);
+    const auto isSeparator = [isLayers](char byte) {
+        return isLayers ? byte == ',' || byte == ':' : byte == '=';
+    };
+    std::vector<std::string> values = {place.here.value};
     std::vector<std::string> cut;
     while (const Argument* path = place.path(cut.size() + 1)) {
         const std::string& text = path->value;
-        const bool hasComma = (!layers.empty() && layers.back() == ',') || startsWith(text, ",");
         const bool isLayer = startsWith(text, "Dravik") && text.find("::") == std::string::npos;
         const bool isProperty = text.find('=') != std::string::npos;
-        if (isLayers ? !hasComma && !isLayer : !isProperty) {
+        if (isSeparator(values.back().back()) || isSeparator(text[0])) {
+            values.back() += text;
+        } else if (isLayers ? isLayer : isProperty) {
+            values.push_back(text);
+        } else {
             break;
         }
-        layers += (hasComma ? "" : ",") + text;
-        properties += ' ' + correct(place, option, text);
         cut.push_back(inQuotes(text));
     }
     if (cut.empty()) {
         return std::nullopt;
     }
-    return Finding{fmt::format(R"(The value of "-{}" ends at a space: {} became {}.)", option.name,
+    if (isLayers) {
+        values = {fmt::format("{}", fmt::join(values, ","))};
+    }
+    for (std::string& value : values) {
+        value = correct(place, *place.here.option, value);
+    }
+    return Finding{fmt::format(R"(The value of "-{}" ends at a space: {} became {}.)", place.here.name,
                                fmt::join(cut, ", "), cut.size() == 1 ? "a test path" : "test paths"),
-                   isLayers ? correct(place, option, layers) : properties, cut.size() + 1};
+                   fmt::format("{}", fmt::join(values, " ")), cut.size() + 1};
 }
 
 // The test path as the option that the text names: "packetsize=1500" or "packetsize".
@@ -431,7 +441,8 @@ void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
             findings.push_back(*advice);
             uncovered = i + advice->covered;
         }
-        if (argument.name == "tl" && argument.outcome == Outcome::Collected) {
+        // Curly quotes are taken for a part of the first and the last name.
+        if (argument.name == "tl" && argument.outcome == Outcome::Collected && !quotesAreCurly(place)) {
             adviseOnLayers(place, driver, findings);
         }
         for (const Finding& finding : findings) {

@@ -66,16 +66,16 @@ public:
     // visible, so that what is left always fits.
     void addExcerpt(std::string_view line, std::size_t caret) {
         const std::size_t columns = screen.columns == 0 ? 80 : std::max<std::size_t>(screen.columns, 24);
-        const std::size_t half = (columns - 6) / 2 - 3;  // without the indent and the dots
+        const std::size_t width = columns - 12;  // without the indent and the dots
         const std::string before = visible(line.substr(0, caret));
         const std::string after = visible(line.substr(caret));
-        std::size_t start = before.size() - std::min(before.size(), half);
-        while (isInsideCharacter(before, start)) {
-            ++start;
-        }
-        std::size_t end = std::min(after.size(), half);
+        std::size_t end = std::min(after.size(), width - std::min(before.size(), width / 2));
         while (isInsideCharacter(after, end)) {
             --end;
+        }
+        std::size_t start = before.size() - std::min(before.size(), width - end);
+        while (isInsideCharacter(before, start)) {
+            ++start;
         }
         const std::string first = (start > 0 ? "      ..." : "      ") + before.substr(start);
         addLine(first + after.substr(0, end) + (end < after.size() ? "..." : ""));
