@@ -35,13 +35,14 @@ struct Place {
     }
 };
 
-struct Finding {
+// What is wrong with an argument.
+struct Slip {
     std::string message = {};
     std::string correction = {};
     std::size_t covered = 1;  // how many arguments it is about, and the correction replaces
 };
 
-using Advice = std::optional<Finding>;
+using Advice = std::optional<Slip>;
 
 bool startsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
@@ -79,7 +80,7 @@ std::string correct(const Place& place, const ToolOption& option, std::string_vi
 }
 
 // The option in place of what was typed for it, with the value that was meant for it.
-Finding useOption(const Place& place, const ToolOption& option, const std::string& message) {
+Slip useOption(const Place& place, const ToolOption& option, const std::string& message) {
     const std::string& token = place.here.tokens[0];
     const std::size_t equals = token.find('=');
     if (equals != std::string::npos) {
@@ -133,9 +134,9 @@ Advice valueIsAttached(const Place& place) {
     if (isWord || !isUsableValue(*option, value)) {
         return std::nullopt;
     }
-    return Finding{fmt::format("{} is not a known option. A value is a separate argument.",
-                               inQuotes(place.here.tokens[0])),
-                   correct(place, *option, value)};
+    return Slip{fmt::format("{} is not a known option. A value is a separate argument.",
+                            inQuotes(place.here.tokens[0])),
+                correct(place, *option, value)};
 }
 
 Advice optionIsUnknown(const Place& place) {
@@ -144,15 +145,14 @@ Advice optionIsUnknown(const Place& place) {
         return useOption(place, *option, fmt::format(R"({}. Did you mean "-{}"?)", message, option->name));
     }
     const Argument* path = place.here.kind == orvex::Finding::Flag ? place.path(1) : nullptr;
-    return Finding{message + " and is ignored." +
-                   (path == nullptr ? "" : fmt::format(" {} became a test path.", inQuotes(path->value)))};
+    return Slip{message + " and is ignored." +
+                (path == nullptr ? "" : fmt::format(" {} became a test path.", inQuotes(path->value)))};
 }
 
 Advice flagHasValue(const Place& place) {
-    return Finding{
-        fmt::format(R"("-{}" takes no value: {} is not read. Leave out the value to switch it on.)",
-                    place.here.name, inQuotes(place.here.tokens[0])),
-        quotedFor(place.here.source, fmt::format("-{}", place.here.name))};
+    return Slip{fmt::format(R"("-{}" takes no value: {} is not read. Leave out the value to switch it on.)",
+                            place.here.name, inQuotes(place.here.tokens[0])),
+                quotedFor(place.here.source, fmt::format("-{}", place.here.name))};
 }
 
 Advice equalsSignIsSpaced(const Place& place) {
@@ -170,8 +170,8 @@ Advice equalsSignIsSpaced(const Place& place) {
     if (!isSpaced || !startsWith(text, "=") || !isUsableValue(option, value)) {
         return std::nullopt;
     }
-    return Finding{fmt::format(R"(There must be no space before or after the "=" of "-{}".)", option.name),
-                   correct(place, option, value), covered};
+    return Slip{fmt::format(R"(There must be no space before or after the "=" of "-{}".)", option.name),
+                correct(place, option, value), covered};
 }
 
 Advice equalsSignIsMissing(const Place& place) {
@@ -184,20 +184,20 @@ Advice valueIsMissing(const Place& place) {
     const std::string message = fmt::format(R"("-{}" has no value)", option.name);
     const Argument* next = place.next();
     if (next == nullptr) {
-        return Finding{message + ": it is the last argument."};
+        return Slip{message + ": it is the last argument."};
     }
     if (next->option != nullptr) {
-        return Finding{fmt::format(R"({}: the next argument is the option "-{}".)", message, next->name)};
+        return Slip{fmt::format(R"({}: the next argument is the option "-{}".)", message, next->name)};
     }
     const std::string value = inQuotes(next->tokens[0]);
     const std::string correction = correct(place, option, next->tokens[0]);
     const bool isSlip = suggestOption(next->name) != nullptr || valueIsAttached({*next, place.count - 1});
     if (isSlip || correction.empty()) {
-        return Finding{fmt::format("{}: the next argument, {}, begins with a dash.", message, value)};
+        return Slip{fmt::format("{}: the next argument, {}, begins with a dash.", message, value)};
     }
-    return Finding{fmt::format(R"({}: the next argument begins with a dash. If {} is the value, use "=".)",
-                               message, value),
-                   correction, 2};
+    return Slip{fmt::format(R"({}: the next argument begins with a dash. If {} is the value, use "=".)",
+                            message, value),
+                correction, 2};
 }
 
 Advice quotesAreCurly(const Place& place) {
@@ -212,11 +212,11 @@ Advice quotesAreCurly(const Place& place) {
         text.remove_prefix(opening.size());
         const std::size_t end = text.find(closing);
         if (end == std::string_view::npos || end + closing.size() != text.size()) {
-            return Finding{message};
+            return Slip{message};
         }
         text = text.substr(0, end);
-        return Finding{message, isOption(place.here) ? correct(place, *place.here.option, text)
-                                                     : quotedFor(place.here.source, text)};
+        return Slip{message, isOption(place.here) ? correct(place, *place.here.option, text)
+                                                  : quotedFor(place.here.source, text)};
     }
     return std::nullopt;
 }
@@ -254,18 +254,18 @@ Advice valueIsCutAtSpace(const Place& place) {
     for (std::string& value : values) {
         value = correct(place, *place.here.option, value);
     }
-    return Finding{fmt::format(R"(The value of "-{}" ends at a space: {} became {}.)", place.here.name,
-                               fmt::join(cut, ", "), cut.size() == 1 ? "a test path" : "test paths"),
-                   fmt::format("{}", fmt::join(values, " ")), cut.size() + 1};
+    return Slip{fmt::format(R"(The value of "-{}" ends at a space: {} became {}.)", place.here.name,
+                            fmt::join(cut, ", "), cut.size() == 1 ? "a test path" : "test paths"),
+                fmt::format("{}", fmt::join(values, " ")), cut.size() + 1};
 }
 
 // The test path as the option that the text names: "packetsize=1500" or "packetsize".
-Finding addDash(const Place& place, std::string_view text, const std::string& message) {
+Slip addDash(const Place& place, std::string_view text, const std::string& message) {
     const ToolOption* option = findOption(text.substr(0, text.find('=')));
     const bool isRead = option != nullptr && option->kind != OptionKind::Unread;
-    Finding finding = isRead ? useOption(place, *option, message) : Finding();
-    finding.message = message;
-    return finding;
+    Slip slip = isRead ? useOption(place, *option, message) : Slip();
+    slip.message = message;
+    return slip;
 }
 
 Advice dashIsFromDocument(const Place& place) {
@@ -284,16 +284,16 @@ Advice dashIsFromDocument(const Place& place) {
 
 Advice dashIsMissing(const Place& place) {
     const std::string& text = place.here.value;
-    const Finding finding =
+    const Slip slip =
         addDash(place, text, fmt::format("{} became a test path: it has no dash in front.", inQuotes(text)));
-    return finding.correction.empty() ? std::nullopt : Advice(finding);
+    return slip.correction.empty() ? std::nullopt : Advice(slip);
 }
 
 Advice valueIsEmpty(const Place& place) {
     if (place.here.outcome != Outcome::Empty) {
         return std::nullopt;
     }
-    return Finding{
+    return Slip{
         fmt::format(R"(The value of "-{0}" is empty, as if "-{0}" were not given.)", place.here.name)};
 }
 
@@ -303,7 +303,7 @@ Advice numberHasMore(const Place& place) {
     if (!isUsed || value.find_first_not_of("0123456789") == std::string::npos) {
         return std::nullopt;
     }
-    return Finding{
+    return Slip{
         fmt::format("{} does not end after its digits. It is passed on as written.", inQuotes(value))};
 }
 
@@ -336,8 +336,8 @@ std::string correctLayers(const Place& place) {
 Advice layerHasSpaces(const Place& place, const Layer& layer) {
     for (const std::string& name : {layer.deviceClass, layer.driver.value_or("")}) {
         if (name != trimmed(name)) {
-            return Finding{fmt::format("The spaces in {} are part of the name.", inQuotes(name)),
-                           correctLayers(place)};
+            return Slip{fmt::format("The spaces in {} are part of the name.", inQuotes(name)),
+                        correctLayers(place)};
         }
     }
     return std::nullopt;
@@ -348,31 +348,30 @@ Advice classHasOtherCase(const Place& place, const Layer& layer) {
     if (name == intendedClass(name)) {
         return std::nullopt;
     }
-    return Finding{fmt::format("{} is not {}: classes are case-sensitive.", inQuotes(name),
-                               inQuotes(intendedClass(name))),
-                   correctLayers(place)};
+    return Slip{fmt::format("{} is not {}: classes are case-sensitive.", inQuotes(name),
+                            inQuotes(intendedClass(name))),
+                correctLayers(place)};
 }
 
 Advice driverIsIgnored(const Place& place, const Layer& layer) {
     if (!layer.driver || intendedClass(trimmed(layer.deviceClass)) == "DravikGigE") {
         return std::nullopt;
     }
-    return Finding{
-        fmt::format("The driver {} is ignored: only DravikGigE takes one.", inQuotes(*layer.driver)),
-        correctLayers(place)};
+    return Slip{fmt::format("The driver {} is ignored: only DravikGigE takes one.", inQuotes(*layer.driver)),
+                correctLayers(place)};
 }
 
 Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer) {
     if (layer.deviceClass == "DravikGTC" || layer.text.find("DravikGTC") == std::string::npos) {
         return std::nullopt;
     }
-    return Finding{
+    return Slip{
         fmt::format(R"({} is not the class "DravikGTC", but contains the name. That is enough to set )"
                     "GENICAM_GENTL64_PATH.",
                     inQuotes(layer.text))};
 }
 
-// The first finding of these functions, in their order.
+// The first slip that one of these functions finds, in their order.
 Advice findFirst(const Place& place, std::initializer_list<Advice (*)(const Place&)> functions) {
     Advice advice;
     for (const auto function : functions) {
@@ -407,7 +406,7 @@ Advice adviseOnArgument(const Place& place) {
 }
 
 // One hint of each kind is enough for a value, however many entries it has.
-void adviseOnLayers(const Place& place, const std::string& driver, std::vector<Finding>& findings) {
+void adviseOnLayers(const Place& place, const std::string& driver, std::vector<Slip>& slips) {
     const std::vector<Layer> layers = splitTransportLayers(place.here.value);
     for (const auto advise : {layerHasSpaces, classHasOtherCase, driverIsIgnored, classIsOnlyMentioned}) {
         Advice advice;
@@ -415,12 +414,12 @@ void adviseOnLayers(const Place& place, const std::string& driver, std::vector<F
             advice = advise(place, *layer);
         }
         if (advice) {
-            findings.push_back(*advice);
+            slips.push_back(*advice);
         }
     }
     for (const Layer& layer : layers) {
         if (layer.deviceClass == "DravikGigE" && layer.driver.value_or(driver) != driver) {
-            findings.push_back({fmt::format(
+            slips.push_back({fmt::format(
                 "The driver {} is not used: if there are several drivers, the last in byte order wins.",
                 inQuotes(*layer.driver))});
             return;
@@ -435,19 +434,18 @@ void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
     for (std::size_t i = 0; i < trace.arguments.size(); ++i) {
         const Argument& argument = trace.arguments[i];
         const Place place = {argument, trace.arguments.size() - i};
-        std::vector<Finding> findings;
+        std::vector<Slip> slips;
         const Advice advice = i < uncovered ? std::nullopt : adviseOnArgument(place);
         if (advice) {
-            findings.push_back(*advice);
+            slips.push_back(*advice);
             uncovered = i + advice->covered;
         }
         // Curly quotes are taken for a part of the first and the last name.
         if (argument.name == "tl" && argument.outcome == Outcome::Collected && !quotesAreCurly(place)) {
-            adviseOnLayers(place, driver, findings);
+            adviseOnLayers(place, driver, slips);
         }
-        for (const Finding& finding : findings) {
-            hints.push_back(
-                {argument.source, typed(place, finding.covered), finding.message, finding.correction});
+        for (const Slip& slip : slips) {
+            hints.push_back({argument.source, typed(place, slip.covered), slip.message, slip.correction});
         }
     }
 }

@@ -112,10 +112,8 @@ const ToolOption* suggestOption(std::string_view name) {
     std::size_t best = noMatch;
     const ToolOption* suggestion = nullptr;
     for (const ToolOption& option : toolOptions()) {
-        if (core.empty() || option.kind == OptionKind::Unread) {
-            continue;
-        }
-        const std::size_t distance = rank(name, core, option.name);
+        const std::size_t distance =
+            option.kind == OptionKind::Unread ? noMatch : rank(name, core, option.name);
         if (distance < best) {
             best = distance;
             suggestion = &option;
