@@ -131,11 +131,6 @@ class Json(unittest.TestCase):
         self.assertEqual(report["testRunInformation"]["testName"], {"bytes": "61ff62"})
         self.assertEqual(report["testPaths"], [{"bytes": "fe"}])
 
-    def test_has_the_message_of_the_tokenizer_if_a_source_is_malformed(self):
-        report = show_json("Suite", variables={"_ORVEX_TEST_ARGS_": "'"})
-        self.assertEqual([source["state"] for source in report["sources"]], ["not set", "scanned", "malformed"])
-        self.assertEqual(report["sources"][2]["message"], "Starting quote has no ending quote.")
-
 
 class Values(unittest.TestCase):
     """Which values take effect."""
@@ -167,6 +162,8 @@ class Values(unittest.TestCase):
         self.assertEqual(outcomes(report), {"o": ["not used"], "w": ["not used"], "foo": ["not used"]})
         self.assertEqual(report["testPathOrigins"][0]["outcome"], "not used")
         self.assertEqual((report["testPaths"], len(report["hints"])), ([], 1))
+        self.assertEqual([source["state"] for source in report["sources"]], ["not set", "scanned", "malformed"])
+        self.assertEqual(report["sources"][2]["message"], "Starting quote has no ending quote.")
 
     def test_an_empty_value_is_as_if_not_given(self):
         for arguments in (("-o=",), ("-tl=",), ("-p", ""), ("-packetsize=",)):
@@ -312,7 +309,6 @@ HINTS = [
     ("-=x", None, f'"-=x" {UNKNOWN} and is ignored.'),
     ("-tdc_name N", "-testname N",
      '"-tdc_name" is in the usage text, but nothing reads it. Use "-testname". "N" became a test path.'),
-    ("-tdc_osname=N", "-osname N", '"-tdc_osname" is in the usage text, but nothing reads it. Use "-osname".'),
     # values
     ("-camemu -packetsize 1500", None, '"-camemu" has no value: the next argument is the option "-packetsize".'),
     ("-o -packetsise=1", None, '"-o" has no value: the next argument, "-packetsise=1", begins with a dash.'),
@@ -326,7 +322,6 @@ HINTS = [
     ("-tdc_variant V", "-tdc_variant=V", '"-tdc_variant" takes a value only after "=". "V" became a test path.'),
     ("-tdc_variant -w", None, '"-tdc_variant" takes a value only after "=". It needs a value.'),
     ("-w=1", "-w", '"-w" takes no value: "-w=1" is not read. Leave out the value to switch it on.'),
-    ("'-packetsize 1500'", "-packetsize 1500", f'"-packetsize 1500" {ATTACHED}'),
     ("'-o = f'", "-o f", f'"-o = f" {ATTACHED}'),
     ("-oresult.txt", "-o result.txt", f'"-oresult.txt" {ATTACHED}'),
     ("-packetsize1500", "-packetsize 1500", f'"-packetsize1500" {ATTACHED}'),
@@ -334,12 +329,10 @@ HINTS = [
     ("-pExposure=5", "-p Exposure=5", f'"-pExposure=5" {ATTACHED}'),
     ("-output=result.txt", None, f'"-output=result.txt" {UNKNOWN} and is ignored.'),
     ("-o = f", "-o f", f'{SPACED} "-o".'),
-    ("-o= 'a b'", "-o 'a b'", f'{SPACED} "-o".'),
     ("-packetsize= =1500", "-packetsize 1500", f'{SPACED} "-packetsize".'),
     ("-packetsize =1500", "-packetsize 1500", f'{SPACED} "-packetsize".'),
     ("-tdc_variant = V", "-tdc_variant=V", f'{SPACED} "-tdc_variant".'),
     ("-tl=", None, 'The value of "-tl" is empty, as if "-tl" were not given.'),
-    ("-p ''", None, 'The value of "-p" is empty, as if "-p" were not given.'),
     ("-packetsize 1,500", None, '"1,500" does not end after its digits. It is passed on as written.'),
     # test paths
     ("-tl DravikGigE DravikUsb Suite", "-tl DravikGigE,DravikUsb",
@@ -542,9 +535,9 @@ class Terminal(unittest.TestCase):
                  "-packetsise", "1500", "-camemu", "1")
 
     def test_the_report_shows_what_a_test_program_sees_and_why(self):
-        result = show("-o", "c", "-w", "Suite", "-foo", variables={
+        result = show("-o", "c", "-w", "Suite", "-foo", "-camemu=2", variables={
             "ORVEX_TEST_ARGS": "-o a -tdc_guid '' First", "_ORVEX_TEST_ARGS_": " \t",
-            "ORVEX_GIGE_STREAM_GEVSCPS": "9000", "ORVEX_CAMEMU": "2"})
+            "ORVEX_GIGE_STREAM_GEVSCPS": "9000", "ORVEX_CAMEMU": "2", "USER_UID": "7"})
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         found = sections(result.stdout)
         record = found.pop("Test-run record")
@@ -559,7 +552,7 @@ class Terminal(unittest.TestCase):
             ],
             "Sources": [
                 "  ORVEX_TEST_ARGS    scanned (5)",
-                "  command line       scanned (5)",
+                "  command line       scanned (6)",
                 "  _ORVEX_TEST_ARGS_  blank",
             ],
             "Test paths": ["  ORVEX_TEST_ARGS  First", "  command line     Suite"],
@@ -567,7 +560,8 @@ class Terminal(unittest.TestCase):
                 "  ORVEX_GTC_USE_EXTRA_TL     1",
                 "  ORVEX_GIGE_STREAM_GEVSCPS  8192  (the default; was 9000)",
             ],
-            "Environment, kept from before": ["  ORVEX_CAMEMU  2"],
+            "Environment, set to what it was already": ["  ORVEX_CAMEMU  2"],
+            "Environment, kept from before": ["  USER_UID  7"],
             "Options": [
                 "  -o         sets outputFilename",
                 "    lost     ORVEX_TEST_ARGS    a",
@@ -580,6 +574,8 @@ class Terminal(unittest.TestCase):
                 "    counted  command line       (flag)",
                 "  -foo",
                 "    ignored  command line       (flag)",
+                "  -camemu    sets ORVEX_CAMEMU",
+                "    won      command line       2",
             ],
             "Hints": [
                 '  ORVEX_TEST_ARGS: The value of "-tdc_guid" is empty, as if "-tdc_guid" were not given.',
