@@ -112,6 +112,10 @@ TEST(ToolOptionTable, HasEveryKnownOptionAndNoOther) {
     EXPECT_THAT(names, ::testing::UnorderedElementsAreArray(optionNames()));
 }
 
+TEST(ToolVariables, AreTheKnownOnesInOrder) {
+    EXPECT_THAT(tool::variableNames, ::testing::ElementsAreArray(knownVariables));
+}
+
 TEST(ToolOptionTable, NamesAWorkingOptionForEachThatOnlyTheUsageTextNames) {
     const std::string usage = OrvexTestCommandLineParser().getHelpMessage("");
     for (const ToolOption& option : tool::toolOptions()) {

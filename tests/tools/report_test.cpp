@@ -3,31 +3,16 @@
 #include "OrvexTestCommandLineParser.h"
 #include "support/arguments.h"
 #include "support/clean_environment.h"
-#include "support/known_options.h"
 
 #include <gmock/gmock.h>
-#include <string_view>
-#include <vector>
 
 namespace {
 
 using ::testing::Each;
-using ::testing::ElementsAreArray;
 using ::testing::Field;
 using ::testing::HasSubstr;
 
 class Observation : public CleanEnvironmentTest {};
-
-TEST_F(Observation, ListsEveryVariableInTheOrderInWhichAParseSetsThem) {
-    std::vector<std::string_view> names;
-    for (const char* name : knownVariables) {
-        set(name, "");
-    }
-    for (const tool::Variable& variable : tool::observeParse(0, nullptr).variables) {
-        names.push_back(variable.name);
-    }
-    EXPECT_THAT(names, ElementsAreArray(knownVariables));
-}
 
 TEST_F(Observation, LeavesTheEnvironmentAsTheParseLeavesIt) {
     Arguments arguments(words("app -tl DravikGTC,DravikGigE:S -packetdelay 7 -tdc_guid 1 -camemu x"));
