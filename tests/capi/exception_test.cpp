@@ -18,7 +18,6 @@ namespace {
 using CInterfaceException = CleanEnvironmentTest;
 using faults::Failure;
 using faults::FaultyCall;
-using faults::Times;
 
 TEST_F(CInterfaceException, ParseWThrowsBadAllocIfMemoryRunsOutInTheConversion) {
     inFreshProcess([] {
@@ -52,23 +51,6 @@ TEST_F(CInterfaceException, HelpMessageThrowsBadAllocAndWritesNothingIfMemoryRun
         }
         EXPECT_EQ(length, buffer.size - 1);
         EXPECT_GE(nth, 2U);
-    });
-}
-
-TEST_F(CInterfaceException, GettersAllocateNothingOnceTheParserExists) {
-    inFreshProcess([] {
-        char information[ORVEX_TEST_RUN_INFORMATION_SIZE];
-        OrvexTestCommandLineParser_GetHelpRequested();
-        const Failure failure(FaultyCall::Allocation, 1, Times::FromThenOn);
-        OrvexTestCommandLineParser_Parse(0, nullptr);
-        OrvexTestCommandLineParser_GetApplicationName();
-        OrvexTestCommandLineParser_GetXmlFilename();
-        OrvexTestCommandLineParser_GetOutputFilename();
-        OrvexTestCommandLineParser_GetTestPath();
-        OrvexTestCommandLineParser_GetWaitBeforeExit();
-        OrvexTestCommandLineParser_GetHelpRequested();
-        OrvexTestCommandLineParser_GetTestRunInformation(information);
-        EXPECT_FALSE(failure.happened());
     });
 }
 

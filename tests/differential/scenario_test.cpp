@@ -42,18 +42,6 @@ TEST(ScenarioText, CanBeAnyBytes) {
     }
 }
 
-TEST(RandomScenarios, ReachEveryForm) {
-    std::string text;
-    for (std::uint64_t seed = 1; seed <= 2000; ++seed) {
-        text += describe(scenarioFromSeed(seed));
-    }
-    for (const char* part :
-         {">narrow\n", ">wide\n", ">packed\n", ">NarrowC\n", ">WideC\n", ">variable\n MY_ARGS\n",
-          ">narrow0\n", ">narrow*-1\n", "\n \\null\n", "\n!TRANSPORT_LAYER\n", "\\110000;"}) {
-        EXPECT_NE(text.find(part), std::string::npos) << part;
-    }
-}
-
 TEST(Shrink, LeavesOnlyWhatTheFailureNeeds) {
     const std::string text = "=A='x \"X\"'\n!B\n>wide*3\n app\n some \\FF;X\n>packed\n X\n";
     for (const std::string part : {"X", "=A=", ">p", "*3"}) {

@@ -2,7 +2,6 @@
 
 import pathlib
 import re
-import runpy
 import sys
 import unittest
 
@@ -129,9 +128,6 @@ class Library(unittest.TestCase):
             result = run((*COMMAND[:-1], library))
             self.assertEqual((result.returncode, result.stdout), (2, ""))
             self.assertRegex(result.stderr, rf"\A{PROGRAM_NAME}: cannot use the library: .*\n\Z")
-
-    def test_pytest_collects_nothing_from_the_client(self):
-        self.assertEqual([name for name in runpy.run_path(PROGRAM_NAME) if name.lower().startswith("test")], [])
 
 
 if __name__ == "__main__":

@@ -7,7 +7,6 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <iterator>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -143,17 +142,6 @@ TEST_F(SdkLayout, RelativePathThatLeadsNowhereMakesParseFail) {
               isMacos
                   ? found(base + "/sdk")
                   : "OrvexTestCommandLineParser::getApplicationDir> realpath() failed\nlinked gives 0: /x\n");
-}
-
-TEST_F(SdkLayout, DirectoryIsEmptyIfFiveLevelsUpIsTheRoot) {
-    fs::path directory = base;
-    while (std::distance(directory.begin(), directory.end()) < 6) {
-        directory /= "c";
-    }
-    installLibrary(directory);
-    EXPECT_EQ(runClient(directory), found(""));
-    installLibrary(directory / "d");
-    EXPECT_EQ(runClient(directory / "d"), found("/" + std::next(directory.begin())->string()));
 }
 
 // A copy of the library that is loaded with dlopen calls its own functions, not those of the linked copy.
