@@ -40,7 +40,7 @@ def show_json(*arguments, variables=None):
 
 
 def sections(output):
-    """The lines of each section by its title; the verdict by None."""
+    """The lines of each section under its title, and the verdict under None."""
     *blocks, verdict = output.rstrip("\n").split("\n\n")
     found = {None: verdict.split("\n")}
     for block in blocks:
@@ -176,15 +176,15 @@ class Values(unittest.TestCase):
     def test_the_note_of_a_transport_layer_names_its_class_and_its_driver(self):
         rows = {
             ("DravikUsb",): "class DravikUsb, no driver",
-            ("DravikGigE:SocketDriver",): "class DravikGigE, driver SocketDriver taken",
-            ("DravikGigE:S", "-packetsize", "x"): "class DravikGigE, driver S taken",
+            ("DravikGigE:SocketDriver",): "class DravikGigE, driver SocketDriver used",
+            ("DravikGigE:S", "-packetsize", "x"): "class DravikGigE, driver S used",
             ("DravikGigE:S", "-socketbuffer", "x"): "class DravikGigE, driver S not used: the parse failed",
             ("DravikGigE:",): "class DravikGigE, no driver",
-            ("DravikGigE::x",): 'class DravikGigE, driver "" taken',
+            ("DravikGigE::x",): 'class DravikGigE, driver "" used',
             ("dravikgige:S",): "class dravikgige, driver S ignored",
             (":S",): 'class "", driver S ignored',
             ("A,,B:",): "class A, no driver; class B, no driver",
-            ("DravikGigE:b,DravikGigE:a",): "class DravikGigE, driver b taken; "
+            ("DravikGigE:b,DravikGigE:a",): "class DravikGigE, driver b used; "
                                             "class DravikGigE, driver a lost to the last in byte order",
         }
         for arguments, note in rows.items():
@@ -333,7 +333,7 @@ HINTS = [
     ("-packetsize =1500", "-packetsize 1500", f'{SPACED} "-packetsize".'),
     ("-tdc_variant = V", "-tdc_variant=V", f'{SPACED} "-tdc_variant".'),
     ("-tl=", None, 'The value of "-tl" is empty, as if "-tl" were not given.'),
-    ("-packetsize 1,500", None, '"1,500" does not end after its digits. It is passed on as written.'),
+    ("-packetsize 1,500", None, '"1,500" is not only digits. It is passed on as written.'),
     # test paths
     ("-tl DravikGigE DravikUsb Suite", "-tl DravikGigE,DravikUsb",
      'The value of "-tl" ends at a space: "DravikUsb" became a test path.'),
@@ -364,7 +364,7 @@ HINTS = [
      "That is enough to set GENICAM_GENTL64_PATH."),
     ("-tl DravikGigE:DravikGTC", None, '"DravikGigE:DravikGTC" is not the class "DravikGTC", but contains the name. '
      "That is enough to set GENICAM_GENTL64_PATH."),
-    # other slips beside it
+    # together with other mistakes
     ("-w 'it'\\''s \"\\ $x' -tdc_guid=1 -osname", None, '"-osname" has no value: it is the last argument.'),
     ("-Pcname 'it'\\''s \"\\ $x'", "-pcname 'it'\\''s \"\\ $x'",
      f'"-Pcname" {UNKNOWN}. Did you mean "-pcname"? "it\'s \\"\\\\ $x" became a test path.'),
@@ -456,7 +456,7 @@ class Help(unittest.TestCase):
                 self.assertTrue(result.stdout.endswith(
                     "passed con the command line.\n\nThe manual page of this program: show_arguments(1)\n"))
 
-    def test_a_help_switch_beside_anything_else_prints_the_report(self):
+    def test_a_help_switch_with_any_other_argument_prints_the_report(self):
         rows = [(("-h", "Suite"), {}, "-h (command line)"), (("--help", "-h"), {}, "--help (command line)"),
                 ((), {"ORVEX_TEST_ARGS": "-h"}, "-h (ORVEX_TEST_ARGS)"),
                 (("-?",), {"_ORVEX_TEST_ARGS_": "-w"}, "-? (command line)")]
@@ -560,7 +560,7 @@ class Terminal(unittest.TestCase):
                 "  ORVEX_GTC_USE_EXTRA_TL     1",
                 "  ORVEX_GIGE_STREAM_GEVSCPS  8192  (the default; was 9000)",
             ],
-            "Environment, set to what it was already": ["  ORVEX_CAMEMU  2"],
+            "Environment, set to the value it already had": ["  ORVEX_CAMEMU  2"],
             "Environment, kept from before": ["  USER_UID  7"],
             "Options": [
                 "  -o         sets outputFilename",

@@ -303,8 +303,7 @@ Advice numberHasMore(const Place& place) {
     if (!isUsed || value.find_first_not_of("0123456789") == std::string::npos) {
         return std::nullopt;
     }
-    return Slip{
-        fmt::format("{} does not end after its digits. It is passed on as written.", inQuotes(value))};
+    return Slip{fmt::format("{} is not only digits. It is passed on as written.", inQuotes(value))};
 }
 
 // The hints about an entry of a -tl value.
@@ -440,7 +439,7 @@ void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
             slips.push_back(*advice);
             uncovered = i + advice->covered;
         }
-        // Curly quotes are taken for a part of the first and the last name.
+        // Curly quotes are part of the first and the last name.
         if (argument.name == "tl" && argument.outcome == Outcome::Collected && !quotesAreCurly(place)) {
             adviseOnLayers(place, driver, slips);
         }

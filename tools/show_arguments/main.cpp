@@ -41,7 +41,8 @@ Screen findScreen() {
     return {isKnown ? size.ws_col : std::size_t{80}, hasColour};
 }
 
-// A help switch next to other arguments is one more thing that may need an explanation.
+// With other arguments, print the report: the help switch may be one of the things that the user wants
+// explained.
 bool isUsageWanted(const Report& report) {
     const std::vector<Argument>& arguments = report.trace.arguments;
     return arguments.size() == 2 && findHelpSwitch(report.trace) == &arguments[1] &&
@@ -68,7 +69,7 @@ int showArguments(int argc, char** argv) {
     if (report.seen.succeeded) {
         return 0;
     }
-    // On a terminal, it is the last line already.
+    // On a terminal, the report already ends with the reason.
     if (format == "json" || !isTerminal()) {
         std::cerr << "show_arguments: the parse failed: " << report.reason << '\n';
     }

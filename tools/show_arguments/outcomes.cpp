@@ -104,7 +104,7 @@ std::string explainLayer(const Layer& layer, const std::string& driver, bool isD
     if (layer.driver != driver) {
         return withDriver + " lost to the last in byte order";
     }
-    return withDriver + (isDriverSet ? " taken" : " not used: the parse failed");
+    return withDriver + (isDriverSet ? " used" : " not used: the parse failed");
 }
 
 void explainTransportLayers(Trace& trace, const TracedOption& option, bool isDriverSet) {

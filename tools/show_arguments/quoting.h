@@ -22,7 +22,7 @@ std::string plainOrQuoted(std::string_view text);
 // The columns that a visible string takes in a terminal.
 std::size_t columnsOf(std::string_view text);
 
-// One word of a POSIX shell.
+// The string as one word for a POSIX shell.
 std::string quotedForShell(std::string_view text);
 
 // One argument in ORVEX_TEST_ARGS or _ORVEX_TEST_ARGS_.

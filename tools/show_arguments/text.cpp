@@ -291,7 +291,8 @@ std::string asText(const Report& report, const Screen& screen) {
     page.addSection("Test paths", testPathRows(report.trace));
     page.addSection("Test-run record", recordRows(report));
     page.addSection("Environment, set by this parse", variableRows(report, VariableState::Set));
-    page.addSection("Environment, set to what it was already", variableRows(report, VariableState::SetAgain));
+    page.addSection("Environment, set to the value it already had",
+                    variableRows(report, VariableState::SetAgain));
     page.addSection("Environment, kept from before", variableRows(report, VariableState::Kept));
     if (report.producers) {
         page.addSection("Producer directories of the loaded library", producerRows(*report.producers));
