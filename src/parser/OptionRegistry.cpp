@@ -89,10 +89,7 @@ private:
     OptionRegistry& registry;
 };
 
-OptionRegistry::OptionRegistry(std::uint32_t mode) : mode(mode) {
-    // The parser registers twenty names in two calls; this spares the second one a reallocation.
-    valueOptions.reserve(20);
-}
+OptionRegistry::OptionRegistry(std::uint32_t mode) : mode(mode) {}
 
 void OptionRegistry::addValueOptions(std::initializer_list<const char*> names) {
     registerNames(names, valueOptions);

@@ -23,11 +23,11 @@ constexpr const char* helpSwitches[] = {"?", "h", "H", "help"};
 OrvexTestCommandLineParser::OrvexTestCommandLineParser() : options(OptionRegistry::UnknownAsFlag) {
     // The help and wait switches must stay unregistered to be flags. tdc_variant stays unregistered, too:
     // it is accepted only as name=value.
-    options.addValueOptions({"camemu", "o", "packetdelay", "packetsize", "socketbuffer", "x", "testname",
-                             "pcname", "osname", "ostype", "bit"});
+    options.addValueOptions({"camemu",    "o",          "packetdelay", "packetsize",    "socketbuffer",
+                             "x",         "testname",   "pcname",      "osname",        "ostype",
+                             "bit",       "tdc_dxml",   "tdc_guid",    "tdc_runname",   "tdc_rundescription",
+                             "tdc_group", "tdc_userid", "tdc_product", "tdc_vcsbranch", "tdc_vcsrevision"});
     options.addMultiValueOptions({"tl", "p"});
-    options.addValueOptions({"tdc_dxml", "tdc_guid", "tdc_runname", "tdc_rundescription", "tdc_group",
-                             "tdc_userid", "tdc_product", "tdc_vcsbranch", "tdc_vcsrevision"});
 }
 
 OrvexTestCommandLineParser::~OrvexTestCommandLineParser() = default;
