@@ -13,9 +13,9 @@ namespace {
 using faults::Failure;
 using faults::FaultyCall;
 
-using OutOfMemory = CleanEnvironmentTest;
+using HiddenFunctionsOutOfMemory = CleanEnvironmentTest;
 
-TEST_F(OutOfMemory, ExpansionReturnsMinusOneAndLeavesTheStringUnchanged) {
+TEST_F(HiddenFunctionsOutOfMemory, ExpansionReturnsMinusOneAndLeavesTheStringUnchanged) {
     const std::string value(200, 'v');
     set("NAME", value);
     const std::string original = "$(NAME)%NAME%$$ and %%";
@@ -32,7 +32,7 @@ TEST_F(OutOfMemory, ExpansionReturnsMinusOneAndLeavesTheStringUnchanged) {
 }
 
 // The stream catches an exception of its extraction and fails, and so the token is not a number.
-TEST_F(OutOfMemory, NumbersAreNotRecognised) {
+TEST_F(HiddenFunctionsOutOfMemory, NumbersAreNotRecognised) {
     const std::string number = "-1.0000000000000000000000000000000000";
     for (std::size_t nth = 1;; ++nth) {
         const Failure failure(FaultyCall::Allocation, nth);

@@ -18,8 +18,8 @@
 
 namespace {
 
-using tool::OptionKind;
 using tool::ToolOption;
+using tool::ToolOptionKind;
 using Names = std::set<std::string_view>;
 using Values = std::set<std::pair<std::string_view, tool::Value>>;
 
@@ -65,7 +65,7 @@ class ToolOptions : public CleanEnvironmentTest {};
 TEST_F(ToolOptions, SetWhatTheTableSays) {
     for (const ToolOption& option : tool::toolOptions()) {
         const std::string value = option.name == "tl" ? "=DravikGTC,DravikGigE:Driver" : "=7";
-        const bool isFlag = option.kind == OptionKind::Flag;
+        const bool isFlag = option.kind == ToolOptionKind::Flag;
         EXPECT_EQ(findDifferences("", dashed(option) + (isFlag ? "" : value)),
                   Names(option.sets.begin(), option.sets.end()))
             << dashed(option);
@@ -75,9 +75,9 @@ TEST_F(ToolOptions, SetWhatTheTableSays) {
 TEST_F(ToolOptions, BehaveAsTheirKindSays) {
     for (const ToolOption& option : tool::toolOptions()) {
         const std::string name = dashed(option);
-        const bool isNumber = option.kind == OptionKind::Number;
-        const bool isMultiValue = option.kind == OptionKind::MultiValue;
-        const bool takesNext = option.kind == OptionKind::Value || isNumber || isMultiValue;
+        const bool isNumber = option.kind == ToolOptionKind::Number;
+        const bool isMultiValue = option.kind == ToolOptionKind::MultiValue;
+        const bool takesNext = option.kind == ToolOptionKind::Value || isNumber || isMultiValue;
         EXPECT_EQ(observe(name + " 7").testPaths.empty(), takesNext) << name;
         EXPECT_EQ(observe(name + "=x").succeeded, !isNumber) << name;
         EXPECT_EQ(!findDifferences(name + "=2", name + "=1 " + name + "=2").empty(), isMultiValue) << name;
@@ -87,7 +87,7 @@ TEST_F(ToolOptions, BehaveAsTheirKindSays) {
 TEST_F(ToolOptions, ListNumbersInTheOrderInWhichAParseChecksThem) {
     std::vector<const ToolOption*> numbers;
     for (const ToolOption& option : tool::toolOptions()) {
-        if (option.kind == OptionKind::Number) {
+        if (option.kind == ToolOptionKind::Number) {
             numbers.push_back(&option);
         }
     }
@@ -105,7 +105,7 @@ TEST_F(ToolOptions, ListNumbersInTheOrderInWhichAParseChecksThem) {
 TEST(ToolOptionTable, HasEveryKnownOptionAndNoOther) {
     std::vector<std::string> names;
     for (const ToolOption& option : tool::toolOptions()) {
-        if (option.kind != OptionKind::Unread) {
+        if (option.kind != ToolOptionKind::Unread) {
             names.emplace_back(option.name);
         }
     }
@@ -113,16 +113,16 @@ TEST(ToolOptionTable, HasEveryKnownOptionAndNoOther) {
 }
 
 TEST(ToolVariables, AreTheKnownOnesInOrder) {
-    EXPECT_THAT(tool::variableNames, ::testing::ElementsAreArray(knownVariables));
+    EXPECT_THAT(tool::variableNames(), ::testing::ElementsAreArray(knownVariables));
 }
 
 TEST(ToolOptionTable, NamesAWorkingOptionForEachThatOnlyTheUsageTextNames) {
     const std::string usage = OrvexTestCommandLineParser().getHelpMessage("");
     for (const ToolOption& option : tool::toolOptions()) {
-        if (option.kind == OptionKind::Unread) {
+        if (option.kind == ToolOptionKind::Unread) {
             EXPECT_THAT(usage, ::testing::HasSubstr("[" + dashed(option) + " "));
             ASSERT_NE(tool::findOption(option.instead), nullptr) << option.name;
-            EXPECT_EQ(tool::findOption(option.instead)->kind, OptionKind::Value) << option.name;
+            EXPECT_EQ(tool::findOption(option.instead)->kind, ToolOptionKind::Value) << option.name;
         }
     }
 }

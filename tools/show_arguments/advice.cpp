@@ -73,7 +73,7 @@ std::string correct(const Place& place, const ToolOption& option, std::string_vi
     if (!isUsableValue(option, value)) {
         return "";
     }
-    if (option.kind == OptionKind::InlineValue || orvex::isOptionToken(value)) {
+    if (option.kind == ToolOptionKind::InlineValue || orvex::isOptionToken(value)) {
         return quotedFor(place.here.source, fmt::format("-{}={}", option.name, value));
     }
     return fmt::format("-{} {}", option.name, quotedFor(place.here.source, value));
@@ -86,7 +86,7 @@ Slip useOption(const Place& place, const ToolOption& option, const std::string& 
     if (equals != std::string::npos) {
         return {message, correct(place, option, token.substr(equals + 1))};
     }
-    if (option.kind == OptionKind::Flag) {
+    if (option.kind == ToolOptionKind::Flag) {
         return {message, quotedFor(place.here.source, fmt::format("-{}", option.name))};
     }
     const Argument* path = place.path(1);
@@ -112,7 +112,7 @@ const ToolOption* findPrefix(std::string_view text) {
     const ToolOption* longest = nullptr;
     for (const ToolOption& option : toolOptions()) {
         const bool isLonger = longest == nullptr || option.name.size() > longest->name.size();
-        if (isLonger && startsWith(text, option.name) && option.kind != OptionKind::Unread) {
+        if (isLonger && startsWith(text, option.name) && option.kind != ToolOptionKind::Unread) {
             longest = &option;
         }
     }
@@ -262,7 +262,7 @@ Advice valueIsCutAtSpace(const Place& place) {
 // The test path as the option that the text names: "packetsize=1500" or "packetsize".
 Slip addDash(const Place& place, std::string_view text, const std::string& message) {
     const ToolOption* option = findOption(text.substr(0, text.find('=')));
-    const bool isRead = option != nullptr && option->kind != OptionKind::Unread;
+    const bool isRead = option != nullptr && option->kind != ToolOptionKind::Unread;
     Slip slip = isRead ? useOption(place, *option, message) : Slip();
     slip.message = message;
     return slip;
@@ -299,7 +299,8 @@ Advice valueIsEmpty(const Place& place) {
 
 Advice numberHasMore(const Place& place) {
     const std::string& value = place.here.value;
-    const bool isUsed = place.here.option->kind == OptionKind::Number && place.here.outcome == Outcome::Won;
+    const bool isUsed =
+        place.here.option->kind == ToolOptionKind::Number && place.here.outcome == Outcome::Won;
     if (!isUsed || value.find_first_not_of("0123456789") == std::string::npos) {
         return std::nullopt;
     }
@@ -390,17 +391,17 @@ Advice adviseOnArgument(const Place& place) {
     if (place.here.option == nullptr) {
         return findFirst(place, {valueIsAttached, optionIsUnknown});
     }
-    if (place.here.option->kind == OptionKind::Unread) {
+    if (place.here.option->kind == ToolOptionKind::Unread) {
         return onlyUsageTextNamesOption(place);
     }
-    if (place.here.option->kind == OptionKind::Flag) {
+    if (place.here.option->kind == ToolOptionKind::Flag) {
         return hasValue ? flagHasValue(place) : std::nullopt;
     }
     if (hasValue) {
         return findFirst(
             place, {equalsSignIsSpaced, quotesAreCurly, valueIsCutAtSpace, valueIsEmpty, numberHasMore});
     }
-    const bool needsEqualsSign = place.here.option->kind == OptionKind::InlineValue;
+    const bool needsEqualsSign = place.here.option->kind == ToolOptionKind::InlineValue;
     return findFirst(place, {equalsSignIsSpaced, needsEqualsSign ? equalsSignIsMissing : valueIsMissing});
 }
 

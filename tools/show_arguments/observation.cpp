@@ -41,14 +41,14 @@ void findSetVariables(std::vector<Variable>& variables, int argc, char** argv) {
 Observation observeParse(int argc, char** argv) {
     Observation seen;
     std::vector<std::optional<std::string>> before;
-    for (const std::string_view name : variableNames) {
+    for (const std::string_view name : variableNames()) {
         before.push_back(readVariable(name));
     }
     OrvexTestCommandLineParser parser;
     seen.succeeded = parser.Parse(argc, argv);
     for (std::size_t i = 0; i < before.size(); ++i) {
-        if (const std::optional<std::string> after = readVariable(variableNames[i])) {
-            seen.variables.push_back({variableNames[i], VariableState::Kept, before[i], *after});
+        if (const std::optional<std::string> after = readVariable(variableNames()[i])) {
+            seen.variables.push_back({variableNames()[i], VariableState::Kept, before[i], *after});
         }
     }
     findSetVariables(seen.variables, argc, argv);

@@ -43,42 +43,66 @@ std::size_t rank(std::string_view name, const std::string& core, std::string_vie
 
 const std::vector<ToolOption>& toolOptions() {
     static const std::vector<ToolOption> options = {
-        {"?", OptionKind::Flag, {"helpRequested"}},
-        {"h", OptionKind::Flag, {"helpRequested"}},
-        {"H", OptionKind::Flag, {"helpRequested"}},
-        {"help", OptionKind::Flag, {"helpRequested"}},
-        {"w", OptionKind::Flag, {"waitBeforeExit"}},
-        {"o", OptionKind::Value, {"outputFilename"}},
-        {"x", OptionKind::Value, {"xmlFilename"}},
+        {"?", ToolOptionKind::Flag, {"helpRequested"}},
+        {"h", ToolOptionKind::Flag, {"helpRequested"}},
+        {"H", ToolOptionKind::Flag, {"helpRequested"}},
+        {"help", ToolOptionKind::Flag, {"helpRequested"}},
+        {"w", ToolOptionKind::Flag, {"waitBeforeExit"}},
+        {"o", ToolOptionKind::Value, {"outputFilename"}},
+        {"x", ToolOptionKind::Value, {"xmlFilename"}},
         {"tl",
-         OptionKind::MultiValue,
+         ToolOptionKind::MultiValue,
          {"transportLayers", "ORVEX_DEVICE_FILTER", "ORVEX_GIGE_STREAMPARAMS", "GENICAM_GENTL64_PATH",
           "TRANSPORT_LAYER"}},
-        {"p", OptionKind::MultiValue, {"TEST_PROPERTIES"}},
-        {"socketbuffer", OptionKind::Number, {"ORVEX_GIGE_STREAMPARAMS"}},
-        {"packetsize", OptionKind::Number, {"ORVEX_GIGE_STREAM_GEVSCPS"}},
-        {"packetdelay", OptionKind::Number, {"ORVEX_GIGE_STREAM_GEVSCPD"}},
-        {"camemu", OptionKind::Number, {"ORVEX_CAMEMU"}},
-        {"tdc_group", OptionKind::Value, {"group", "TEST_SESSION_GROUP"}},
-        {"tdc_guid", OptionKind::Value, {"guid", "TEST_SESSION_GUID"}},
-        {"tdc_runname", OptionKind::Value, {"runName", "TEST_SESSION_NAME"}},
-        {"tdc_rundescription", OptionKind::Value, {"runDescription", "TEST_SESSION_DESCRIPTION"}},
-        {"tdc_product", OptionKind::Value, {"product", "TEST_PRODUCT"}},
-        {"tdc_variant", OptionKind::InlineValue, {"TEST_PRODUCT_VARIANT"}},
-        {"tdc_userid", OptionKind::Value, {"userId", "USER_UID"}},
-        {"tdc_vcsrevision", OptionKind::Value, {"vcsRevision", "secondVcsRevision", "VCS_REVISION"}},
-        {"tdc_vcsbranch", OptionKind::Value, {"vcsBranch", "secondVcsBranch", "VCS_BRANCH"}},
-        {"tdc_dxml", OptionKind::Value, {"tdcDravikXmlFilename"}},
-        {"testname", OptionKind::Value, {"testName"}},
-        {"pcname", OptionKind::Value, {"pcName"}},
-        {"osname", OptionKind::Value, {"osName"}},
-        {"ostype", OptionKind::Value, {"osType"}},
-        {"bit", OptionKind::Value, {"bit"}},
-        {"tdc_name", OptionKind::Unread, {}, "testname"},
-        {"tdc_pcname", OptionKind::Unread, {}, "pcname"},
-        {"tdc_osname", OptionKind::Unread, {}, "osname"},
+        {"p", ToolOptionKind::MultiValue, {"TEST_PROPERTIES"}},
+        {"socketbuffer", ToolOptionKind::Number, {"ORVEX_GIGE_STREAMPARAMS"}},
+        {"packetsize", ToolOptionKind::Number, {"ORVEX_GIGE_STREAM_GEVSCPS"}},
+        {"packetdelay", ToolOptionKind::Number, {"ORVEX_GIGE_STREAM_GEVSCPD"}},
+        {"camemu", ToolOptionKind::Number, {"ORVEX_CAMEMU"}},
+        {"tdc_group", ToolOptionKind::Value, {"group", "TEST_SESSION_GROUP"}},
+        {"tdc_guid", ToolOptionKind::Value, {"guid", "TEST_SESSION_GUID"}},
+        {"tdc_runname", ToolOptionKind::Value, {"runName", "TEST_SESSION_NAME"}},
+        {"tdc_rundescription", ToolOptionKind::Value, {"runDescription", "TEST_SESSION_DESCRIPTION"}},
+        {"tdc_product", ToolOptionKind::Value, {"product", "TEST_PRODUCT"}},
+        {"tdc_variant", ToolOptionKind::InlineValue, {"TEST_PRODUCT_VARIANT"}},
+        {"tdc_userid", ToolOptionKind::Value, {"userId", "USER_UID"}},
+        {"tdc_vcsrevision", ToolOptionKind::Value, {"vcsRevision", "secondVcsRevision", "VCS_REVISION"}},
+        {"tdc_vcsbranch", ToolOptionKind::Value, {"vcsBranch", "secondVcsBranch", "VCS_BRANCH"}},
+        {"tdc_dxml", ToolOptionKind::Value, {"tdcDravikXmlFilename"}},
+        {"testname", ToolOptionKind::Value, {"testName"}},
+        {"pcname", ToolOptionKind::Value, {"pcName"}},
+        {"osname", ToolOptionKind::Value, {"osName"}},
+        {"ostype", ToolOptionKind::Value, {"osType"}},
+        {"bit", ToolOptionKind::Value, {"bit"}},
+        {"tdc_name", ToolOptionKind::Unread, {}, "testname"},
+        {"tdc_pcname", ToolOptionKind::Unread, {}, "pcname"},
+        {"tdc_osname", ToolOptionKind::Unread, {}, "osname"},
     };
     return options;
+}
+
+const std::vector<std::string_view>& variableNames() {
+    static const std::vector<std::string_view> names = {
+        "ORVEX_GTC_USE_EXTRA_TL",
+        "ORVEX_DEVICE_FILTER",
+        "ORVEX_GIGE_STREAMPARAMS",
+        "ORVEX_GIGE_STREAM_GEVSCPS",
+        "ORVEX_GIGE_STREAM_GEVSCPD",
+        "ORVEX_CAMEMU",
+        "TEST_PROPERTIES",
+        "GENICAM_GENTL64_PATH",
+        "TEST_SESSION_GUID",
+        "TEST_SESSION_NAME",
+        "TEST_SESSION_DESCRIPTION",
+        "TEST_SESSION_GROUP",
+        "TEST_PRODUCT",
+        "TEST_PRODUCT_VARIANT",
+        "USER_UID",
+        "VCS_REVISION",
+        "VCS_BRANCH",
+        "TRANSPORT_LAYER",
+    };
+    return names;
 }
 
 const ToolOption* findOption(std::string_view name) {
@@ -91,9 +115,9 @@ const ToolOption* findOption(std::string_view name) {
 OptionRegistry makeGrammar() {
     OptionRegistry grammar(OptionRegistry::UnknownAsFlag);
     for (const ToolOption& option : toolOptions()) {
-        if (option.kind == OptionKind::Value || option.kind == OptionKind::Number) {
+        if (option.kind == ToolOptionKind::Value || option.kind == ToolOptionKind::Number) {
             grammar.addValueOptions({option.name.data()});
-        } else if (option.kind == OptionKind::MultiValue) {
+        } else if (option.kind == ToolOptionKind::MultiValue) {
             grammar.addMultiValueOptions({option.name.data()});
         }
     }
@@ -101,10 +125,10 @@ OptionRegistry makeGrammar() {
 }
 
 bool isUsableValue(const ToolOption& option, std::string_view value) {
-    if (value.empty() || option.kind == OptionKind::Flag) {
+    if (value.empty() || option.kind == ToolOptionKind::Flag) {
         return false;
     }
-    return option.kind != OptionKind::Number || (value.front() >= '0' && value.front() <= '9');
+    return option.kind != ToolOptionKind::Number || (value.front() >= '0' && value.front() <= '9');
 }
 
 const ToolOption* suggestOption(std::string_view name) {
@@ -113,7 +137,7 @@ const ToolOption* suggestOption(std::string_view name) {
     const ToolOption* suggestion = nullptr;
     for (const ToolOption& option : toolOptions()) {
         const std::size_t distance =
-            option.kind == OptionKind::Unread ? noMatch : rank(name, core, option.name);
+            option.kind == ToolOptionKind::Unread ? noMatch : rank(name, core, option.name);
         if (distance < best) {
             best = distance;
             suggestion = &option;

@@ -11,7 +11,7 @@
 
 namespace tool {
 
-enum class OptionKind {
+enum class ToolOptionKind {
     Flag,         // given without a value
     Value,        // the last value wins
     Number,       // as Value, but a value that does not begin with a digit ends the parse
@@ -22,7 +22,7 @@ enum class OptionKind {
 
 struct ToolOption {
     std::string_view name;
-    OptionKind kind;
+    ToolOptionKind kind;
     std::vector<std::string_view> sets = {};  // accessors, fields of the test-run record and variables
     std::string_view instead = {};            // the option that works in place of an unread one
 };
@@ -31,26 +31,7 @@ struct ToolOption {
 const std::vector<ToolOption>& toolOptions();
 
 // The variables that a parse sets, in order.
-inline constexpr std::string_view variableNames[] = {
-    "ORVEX_GTC_USE_EXTRA_TL",
-    "ORVEX_DEVICE_FILTER",
-    "ORVEX_GIGE_STREAMPARAMS",
-    "ORVEX_GIGE_STREAM_GEVSCPS",
-    "ORVEX_GIGE_STREAM_GEVSCPD",
-    "ORVEX_CAMEMU",
-    "TEST_PROPERTIES",
-    "GENICAM_GENTL64_PATH",
-    "TEST_SESSION_GUID",
-    "TEST_SESSION_NAME",
-    "TEST_SESSION_DESCRIPTION",
-    "TEST_SESSION_GROUP",
-    "TEST_PRODUCT",
-    "TEST_PRODUCT_VARIANT",
-    "USER_UID",
-    "VCS_REVISION",
-    "VCS_BRANCH",
-    "TRANSPORT_LAYER",
-};
+const std::vector<std::string_view>& variableNames();
 
 // Null when there is no such option.
 const ToolOption* findOption(std::string_view name);

@@ -18,14 +18,14 @@ namespace {
 constexpr std::string_view streamParameters = "ORVEX_GIGE_STREAMPARAMS";
 
 bool keepsAll(const ToolOption& option) {
-    return option.kind == OptionKind::Flag || option.kind == OptionKind::MultiValue;
+    return option.kind == ToolOptionKind::Flag || option.kind == ToolOptionKind::MultiValue;
 }
 
 // A parse reads flags without a value, and all other options with one.
 bool isRead(const Argument& argument) {
     const ToolOption* option = argument.option;
-    return option != nullptr && option->kind != OptionKind::Unread &&
-           (option->kind == OptionKind::Flag) == (argument.kind == orvex::Finding::Flag);
+    return option != nullptr && option->kind != ToolOptionKind::Unread &&
+           (option->kind == ToolOptionKind::Flag) == (argument.kind == orvex::Finding::Flag);
 }
 
 // Fills in what a parse reads.
@@ -60,7 +60,7 @@ bool isSet(std::string_view name, std::string_view option, const Observation& se
 }
 
 Outcome outcomeOf(const ToolOption& option, const TracedOption& traced) {
-    if (option.kind == OptionKind::Flag) {
+    if (option.kind == ToolOptionKind::Flag) {
         return Outcome::Counted;
     }
     if (traced.value.empty()) {
@@ -72,7 +72,7 @@ Outcome outcomeOf(const ToolOption& option, const TracedOption& traced) {
     if (traced.sets.empty()) {
         return Outcome::NotUsed;
     }
-    return option.kind == OptionKind::MultiValue ? Outcome::Collected : Outcome::Won;
+    return option.kind == ToolOptionKind::MultiValue ? Outcome::Collected : Outcome::Won;
 }
 
 void settle(Trace& trace, const TracedOption& option, Outcome outcome) {
@@ -141,7 +141,7 @@ void decideOutcomes(Trace& trace, const Observation& seen) {
         }
         for (const std::string_view name : option.sets) {
             if (isSet(name, option.name, seen) &&
-                (option.kind == OptionKind::Flag || !traced->value.empty())) {
+                (option.kind == ToolOptionKind::Flag || !traced->value.empty())) {
                 traced->sets.push_back(name);
             }
         }

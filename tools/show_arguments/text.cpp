@@ -149,7 +149,7 @@ std::string show(const Argument& argument) {
     if (argument.kind != orvex::Finding::Flag) {
         return plainOrQuoted(argument.value);
     }
-    const bool needsValue = argument.option != nullptr && argument.option->kind != OptionKind::Flag;
+    const bool needsValue = argument.option != nullptr && argument.option->kind != ToolOptionKind::Flag;
     return needsValue ? "(no value)" : "(flag)";
 }
 
