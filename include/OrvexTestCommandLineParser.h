@@ -19,7 +19,7 @@
 ///
 /// Conventions:
 /// - Strings are bytes. No locale is consulted, and no value is validated, except for the first byte of
-///   the four numbers.
+///   a number.
 /// - Parse reports failure by returning false. It prints nothing and does not undo what it has already done.
 /// - References stay valid for the parser's lifetime; a later Parse or an assignment may change what they
 ///   refer to. Both invalidate references to single test paths.
