@@ -133,11 +133,13 @@ TEST_F(ParseFailure, SdkDirectoryThatIsNotFoundEndsTheParseBeforeTheProducerPath
 
 using CallsOfAParse = ParserTest;
 
-TEST_F(CallsOfAParse, WithoutArgumentsNothingIsReadOrSet) {
+TEST_F(CallsOfAParse, WithoutArgumentsOrTheNameOfAVariableNothingIsReadOrSet) {
     char* arguments[] = {nullptr};
     const CallLog log;
     EXPECT_TRUE(parser.Parse(0, arguments));
     EXPECT_TRUE(parser.Parse(0, static_cast<char**>(nullptr)));
+    parser.ParseArgsFromEnvironmentVariable(nullptr, "app");
+    parser.ParseArgsFromEnvironmentVariable("", "app");
     EXPECT_EQ(log.calls, Strings());
     EXPECT_FALSE(parser.Parse(-1, arguments));
     EXPECT_FALSE(parser.Parse(-1, static_cast<char**>(nullptr)));

@@ -91,9 +91,9 @@ TEST(OptionScanner, GroupedShortFlagsSplitsNamesWithOneDashIntoLetters) {
 
 TEST(OptionScanner, FindingHasTheIndexOfItsFirstToken) {
     std::vector<std::size_t> indices;
-    scan("app Suite -ab -o 1 --tl=2 --tl -5", OptionRegistry::GroupedShortFlags, false,
+    scan("app Suite -ab -o 1 --tl=2 --tl -5 --w", OptionRegistry::GroupedShortFlags, false,
          [&indices](const Finding& finding) { indices.push_back(finding.index); });
-    EXPECT_THAT(indices, ElementsAre(0, 1, 2, 2, 3, 5, 6));
+    EXPECT_THAT(indices, ElementsAre(0, 1, 2, 2, 3, 5, 6, 8));
 }
 
 }  // namespace
