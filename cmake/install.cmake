@@ -25,10 +25,12 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/testcommandlinepars
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/testcommandlineparserConfigVersion.cmake
   DESTINATION ${package_dir} COMPONENT development)
 
-# The prefix relative to the pkg-config file, so that the file stays correct when the prefix is moved.
+# Relative paths, so that the pkg-config file stays correct when the prefix is moved.
 file(RELATIVE_PATH pkgconfig_to_prefix
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
+file(RELATIVE_PATH prefix_to_lib ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH prefix_to_include ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
 list(TRANSFORM testcommandlineparser_definitions PREPEND " -D" OUTPUT_VARIABLE pkgconfig_definitions)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/testcommandlineparser.pc.in testcommandlineparser.pc.in @ONLY)
 # The name of the library can differ between configurations.
@@ -41,7 +43,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/pkgconfig/$<CONFIG>/testcommandlinepar
 # configured one.
 install(CODE "
   if(CMAKE_INSTALL_PREFIX MATCHES \"^/usr(/local)?$\")
-    set(file \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig/testcommandlineparser.pc\")
+    set(file \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${prefix_to_lib}/pkgconfig/testcommandlineparser.pc\")
     file(READ \"\${file}\" text)
     string(REGEX REPLACE \"^prefix=[^\\n]*\" \"prefix=\${CMAKE_INSTALL_PREFIX}\" text \"\${text}\")
     file(WRITE \"\${file}\" \"\${text}\")

@@ -30,7 +30,7 @@ for package in "$runtime" "$development" "$tools"; do
     dpkg-deb -x "$package" "$root"
 done
 libraries=$root/usr/$PACKAGE_LIBDIR
-expect_equal 'nobody may execute the library' 644 "$(stat -c %a "$libraries/$PACKAGE_LIBRARY")"
+expect_equal 'the library is not executable' 644 "$(stat -c %a "$libraries/$PACKAGE_LIBRARY")"
 
 # Without the root, as on a machine where the packages are installed.
 export PKG_CONFIG_LIBDIR=$libraries/pkgconfig

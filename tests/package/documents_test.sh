@@ -25,8 +25,15 @@ documented README.md 'cmake -S . -B build && cmake --build build && cmake --inst
 documented README.md 'scripts/demo'
 SHOW_ARGUMENTS_FORMAT=json scripts/demo 2>"$work/progress" | python3 -m json.tool >"$work/report.json" ||
     fail 'scripts/demo prints JSON on standard output when asked to'
+example=$(sed -n '/^    \$ ORVEX_TEST_ARGS=/,/^    succeeded/s/^    //p' README.md)
+command=$(head -n 1 <<<"$example")
+expect_equal 'README.md shows the end of the report' "$(tail -n +2 <<<"$example")" \
+    "$(bash -c "${command#$ }" 2>"$work/progress" | sed -n '/^Options$/,$ { /./p }')"
 documented CONTRIBUTING.md 'mkdir -p build && doxygen docs/Doxyfile'
 documented CONTRIBUTING.md 'scripts/mutate --list'
 documented docs/releasing.md 'scripts/abi --compare TAG' TAG HEAD
 documented docs/releasing.md 'scripts/abi --renew'
+expect_equal 'every check of scripts/check-deep is a hosted job' \
+    "$(sed -n 's/^check_\(.*\)() {$/\1/p' scripts/check-deep | sort)" \
+    "$(sed -n 's/^          - \([a-z0-9]*\)$/\1/p' .github/workflows/ci.yml | sort)"
 expect_equal 'the symbol lists are current' '' "$(git status --porcelain)"

@@ -22,7 +22,7 @@ for version in 0.9 2; do
     fi
     grep -qF "$package_dir/testcommandlineparserConfig.cmake, version: $PACKAGE_VERSION" "$work/log" || {
         cat "$work/log" >&2
-        fail "the version is why version $version is refused"
+        fail "version $version is refused because of its number"
     }
 done
 

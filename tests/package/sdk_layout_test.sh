@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The sdk component is where the library expects to be: a parse with DravikGTC sets the producer directories of the
-# same SDK, even after the SDK has moved.
+# The sdk component installs the library at its location in the SDK: a parse with DravikGTC sets the producer
+# directories of the same SDK, even after the SDK has moved.
 source "$(dirname "$0")/package.sh"
 
 install_to "$work/first" --component sdk

@@ -8,7 +8,7 @@ install_moved --component tools
 program=$prefix/bin/show_arguments
 
 "$program" -o result.txt >"$work/output"
-grep -qE '^ +outputFilename +result\.txt$' "$work/output" || fail 'show_arguments shows what it was given'
+grep -qE '^ +outputFilename +result\.txt$' "$work/output" || fail 'show_arguments shows its arguments'
 [ "$(ldd "$program" | awk '/libtestcommandlineparser/ { print $3 }' | xargs realpath)" = \
     "$(realpath "$prefix/$PACKAGE_LIBDIR/$PACKAGE_LIBRARY")" ] || fail 'show_arguments loads the library that was installed with it'
 
