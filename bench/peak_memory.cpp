@@ -8,6 +8,7 @@
 #endif
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -15,7 +16,7 @@ namespace {
 
 bool isCounting = false;
 std::int64_t bytes = 0;
-std::int64_t mostBytes = 0;
+std::int64_t peakBytes = 0;
 
 }  // namespace
 
@@ -26,7 +27,7 @@ void* operator new(std::size_t size) {
     }
     if (isCounting) {
         bytes += static_cast<std::int64_t>(malloc_usable_size(memory));
-        mostBytes = std::max(mostBytes, bytes);
+        peakBytes = std::max(peakBytes, bytes);
     }
     return memory;
 }
@@ -44,11 +45,11 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept {
 
 void startCountingMemory() {
     bytes = 0;
-    mostBytes = 0;
+    peakBytes = 0;
     isCounting = true;
 }
 
 std::int64_t stopCountingMemory() {
     isCounting = false;
-    return mostBytes;
+    return peakBytes;
 }

@@ -1,9 +1,10 @@
 #include "environment/producer_path.h"
-#include <string>
 
 #include "environment/application_dir.h"
 #include "environment/environment_variables.h"
 #include "environment/expand_environment_references.h"
+
+#include <string>
 
 namespace orvex {
 

@@ -1,11 +1,10 @@
-// Exceptions that leave the C functions, and those that the parse catches. Each body runs in a process of its
-// own and first makes the call that creates the parser.
+// Exceptions that leave the C functions. Each body runs in a process of its own and first makes the call that
+// creates the parser.
 
 #include "OrvexTestCommandLineParserC.h"
 
 #include "capi/c_calls.h"
 #include "capi/fresh_process.h"
-#include "support/arguments.h"
 #include "support/clean_environment.h"
 #include "support/faults.h"
 

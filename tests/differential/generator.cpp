@@ -4,6 +4,7 @@
 #include "support/arguments.h"
 #include "support/known_options.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <map>
@@ -13,8 +14,8 @@
 namespace differential {
 namespace {
 
-// "{name}" is replaced by a random alternative of the rule of that name. "|" separates alternatives, '' is
-// the empty one, and those of each row occur as often as its weight says.
+// "{name}" is replaced by a random alternative of the rule of that name. "|" separates alternatives; '' is
+// the empty one. Each alternative of a row is entered as many times as the row's weight.
 const struct {
     const char* rule;
     int weight;

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <ios>
 #include <sstream>
 #include <string>
 #include <system_error>

@@ -1,10 +1,11 @@
-// Hidden functions that do not propagate std::bad_alloc.
+// Hidden functions that catch std::bad_alloc themselves, isNumber only during the extraction.
 
 #include "OrvexTestCommandLineParser.h"
 #include "environment/expand_environment_references.h"
 #include "support/clean_environment.h"
 #include "support/faults.h"
 
+#include <cstddef>
 #include <new>
 #include <string>
 
@@ -31,7 +32,7 @@ TEST_F(HiddenFunctionsOutOfMemory, ExpansionReturnsMinusOneAndLeavesTheStringUnc
     EXPECT_GE(nth, 2U);
 }
 
-// The stream catches an exception of its extraction and fails, and so the token is not a number.
+// The stream catches exceptions during the extraction and fails, so the token is not a number.
 TEST_F(HiddenFunctionsOutOfMemory, NumbersAreNotRecognised) {
     const std::string number = "-1.0000000000000000000000000000000000";
     for (std::size_t nth = 1;; ++nth) {

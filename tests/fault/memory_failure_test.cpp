@@ -3,6 +3,7 @@
 #include "fault/every_effect.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
 #include <set>
 #include <string>
@@ -29,7 +30,7 @@ public:
         if (found == states.end()) {
             return firstDifference(*current, state);
         }
-        // An effect that changes nothing is done.
+        // Count an effect that changes nothing as done.
         while (found + 1 != states.end() && *(found + 1) == state) {
             ++found;
         }

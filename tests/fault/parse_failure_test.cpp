@@ -3,6 +3,7 @@
 #include "fault/every_effect.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <memory>
 #include <string>

@@ -14,10 +14,10 @@ namespace {
 using faults::Failure;
 using faults::FaultyCall;
 
-using StrangeException = CleanEnvironmentTest;
+using NonStandardException = CleanEnvironmentTest;
 
 // The parse must neither return nor let its caller catch the exception.
-TEST_F(StrangeException, EndsTheProcessWhereverAParseThrowsIt) {
+TEST_F(NonStandardException, EndsTheProcessWhereverAParseThrowsIt) {
     constexpr int exitCodeOfTerminate = 77;
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     set("ORVEX_TEST_ARGS", "-x 'another file with a long name.xml'");
@@ -37,7 +37,7 @@ TEST_F(StrangeException, EndsTheProcessWhereverAParseThrowsIt) {
         EXPECT_EXIT(
             {
                 std::set_terminate([] { std::_Exit(exitCodeOfTerminate); });
-                const Failure failure(FaultyCall::StrangeAllocation, nth);
+                const Failure failure(FaultyCall::NonStandardAllocation, nth);
                 try {
                     parser.Parse(arguments.argc(), arguments.argv());
                 } catch (...) {

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <ios>
 #include <limits>
 #include <sstream>
@@ -56,7 +57,7 @@ TEST_F(Registry, NamesAreTrimmedWhenTheyAreRegisteredAndWhenTheyAreQueried) {
     }
 }
 
-TEST_F(Registry, ScansAddUpAndOnlyTheFirstProgramNameIsKept) {
+TEST_F(Registry, ScansAccumulateAndOnlyTheFirstProgramNameIsKept) {
     registry.parseTokens(words("-w -x kept"));
     registry.parseTokens(words("app -o a -tl A S1 -o"));
     registry.parseTokens(words("other -o b -tl B S2"));

@@ -1,11 +1,12 @@
-// Each place that lists the options or the variables has those of support/known_options.h. The tests of
-// show_arguments compare its table with the parser.
+// Every list of the options or the variables matches support/known_options.h. The tests of show_arguments
+// compare its table with the parser.
 
 #include "support/known_options.h"
 
 #include "support/parser_test.h"
 #include "support/replaced_functions.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
