@@ -8,7 +8,8 @@
 
 namespace {
 
-// The variables that a parse sets, in order, except for the one that the first parse defines for good.
+// The variables that a parse of the typical arguments sets, in order, except for ORVEX_GTC_USE_EXTRA_TL,
+// which only the first parse sets.
 constexpr const char* writtenVariables[] = {"ORVEX_DEVICE_FILTER",
                                             "ORVEX_GIGE_STREAMPARAMS",
                                             "ORVEX_GIGE_STREAM_GEVSCPS",

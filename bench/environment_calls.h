@@ -1,4 +1,4 @@
-// The library's calls of getenv and setenv, without its parse.
+// The library's calls to getenv and setenv, without its parse.
 
 #ifndef ORVEX_BENCH_ENVIRONMENT_CALLS_H
 #define ORVEX_BENCH_ENVIRONMENT_CALLS_H
@@ -11,7 +11,7 @@
 
 class EnvironmentCalls {
 public:
-    // Learns the values from a parse of the typical arguments.
+    // Takes the values from a parse of the typical arguments.
     explicit EnvironmentCalls(Form form);
 
     void make() const;

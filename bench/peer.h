@@ -1,4 +1,4 @@
-// Makes benchmarks of each parser in the comparison.
+// Registers the benchmarks of each parser in the comparison.
 
 #ifndef ORVEX_BENCH_PEER_H
 #define ORVEX_BENCH_PEER_H
@@ -33,9 +33,10 @@ struct Variables {
 // Parses the command line once, including construction and destruction of the parser.
 using ParseOnce = Found (*)(int argc, char** argv);
 
-// Registers the benchmarks of a parser, for each form of the command line or for the only one that it knows:
-// the bare parse, and the same job as the library's, which is the parse followed by the library's calls of
-// getenv and setenv. Called during static initialisation, so that CMake alone decides which peers take part.
+// Registers the benchmarks of a parser, for each form of the command line, or for the only one that the
+// parser supports: the bare parse, and the same job as the library's, which is the parse followed by the
+// library's calls to getenv and setenv. Called during static initialisation, so that CMake alone decides
+// which peers take part.
 // transportLayers: how many of the two -tl the parser can keep. The benchmark fails unless the parser finds
 // them and everything else, since a parser that stops early would look fast.
 bool registerPeer(const char* name, ParseOnce parseOnce, std::size_t transportLayers = 2) noexcept;

@@ -61,7 +61,7 @@ def report_producer(path):
 
 
 def series(path):
-    """The runs of each growing benchmark: (size, nanoseconds, input bytes, most bytes used).
+    """The runs of each growing benchmark: (size, nanoseconds, input bytes, peak bytes used).
 
     The fastest repetition is used: whatever else the machine does can only add to the time.
     """
@@ -72,12 +72,12 @@ def series(path):
             time = row["cpu_time"] * {"ns": 1, "us": 1e3, "ms": 1e6}[row["time_unit"]]
             runs = fastest.setdefault(name, {})
             if int(size) not in runs or time < runs[int(size)][1]:
-                runs[int(size)] = (int(size), time, row["input_bytes"], row["most_bytes"])
+                runs[int(size)] = (int(size), time, row["input_bytes"], row["peak_bytes"])
     return {name: [runs[size] for size in sorted(runs)] for name, runs in fastest.items()}
 
 
 def beyond_fixed_cost(runs):
-    """The time for each element beyond the smallest input's, for inputs at least 64 times as large."""
+    """Size, and nanoseconds for each element beyond those of the smallest input, of inputs at least 64 times as large."""
     smallest, fixed = runs[0][0], runs[0][1]
     return [(size, (time - fixed) / (size - smallest)) for size, time, _, _ in runs if size >= 64 * smallest]
 

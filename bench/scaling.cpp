@@ -36,7 +36,7 @@ template <typename Work>
 void measure(benchmark::State& state, std::size_t inputBytes, Work work) {
     startCountingMemory();
     work();
-    state.counters["most_bytes"] = static_cast<double>(stopCountingMemory());
+    state.counters["peak_bytes"] = static_cast<double>(stopCountingMemory());
     for (auto _ : state) {
         work();
     }

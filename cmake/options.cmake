@@ -20,9 +20,9 @@ set(leftOut "")
 
 # testcommandlineparser_part(NAME DEFAULT PACKAGES...), each package as "CMake name/Debian name/Homebrew name"
 #
-# Sets TESTCOMMANDLINEPARSER_BUILD_<NAME>, unless it is set. If a package is missing, a part that is built by default is
-# left out, and one that was requested is an error. The default is not cached: once the package is installed, the next
-# configuration builds the part.
+# Sets TESTCOMMANDLINEPARSER_BUILD_<NAME> unless it is already defined. If a package is missing, a part that would be
+# built by default is left out; for a part that was requested, configuration fails. The default is not cached: once the
+# package is installed, the next configuration builds the part.
 function(testcommandlineparser_part name default)
   set(option TESTCOMMANDLINEPARSER_BUILD_${name})
   string(TOLOWER ${name} part)
@@ -74,7 +74,7 @@ if(PROJECT_IS_TOP_LEVEL)
   message(STATUS "Building: ${built}${leftOut}")
 endif()
 
-# Warnings for this project's own directories only; they do not reach a consumer.
+# Warnings for this project's own directories only; they are not propagated to consumers.
 set(testcommandlineparser_warnings -Wall -Wextra -Wpedantic)
 if(TESTCOMMANDLINEPARSER_STRICT)
   list(APPEND testcommandlineparser_warnings -Werror)

@@ -48,8 +48,8 @@ and sets the environment variables of the SDK and of the test session.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtestcommandlineparser-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "command line of Orvex test programs (development files)
-What a test program needs to be built with the library: the headers for C++ and
-C, the CMake package and the pkg-config file.")
+The files needed to build test programs with the library: the headers for C++
+and C, the CMake package, the pkg-config file and the examples.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME testcommandlineparser-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)

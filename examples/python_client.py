@@ -92,7 +92,7 @@ def main():
     try:
         parser = CommandLineParser(sys.argv[1])
         parsed = parser.parse([sys.argv[0]] + sys.argv[2:])
-    except (OSError, AttributeError) as error:  # not a library, or another one
+    except (OSError, AttributeError) as error:  # not a library, or the wrong one
         print(f"{sys.argv[0]}: cannot use the library: {error}", file=sys.stderr)
         return 2
     if not parsed:

@@ -210,7 +210,7 @@ private:
 class ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT OrvexTestCommandLineParser {
 public:
     /// A parser that has parsed nothing: all strings and lists empty, all flags false.
-    /// Throws std::bad_alloc when memory runs out. Reads and writes no environment variable.
+    /// Throws std::bad_alloc when memory runs out. Neither reads nor writes environment variables.
     OrvexTestCommandLineParser();
 
     /// Releases the memory and does nothing else: the environment stays as Parse left it.
@@ -233,19 +233,19 @@ public:
     ///
     /// The failures, and what Parse has done by then and does not undo:
     ///
-    ///     argc is negative, argv is null     nothing
+    ///     argc is negative or argv is null   nothing
     ///     ORVEX_TEST_ARGS has an             nothing
     ///     unterminated quote
     ///     _ORVEX_TEST_ARGS_ has an           the other sources are scanned; no accessor has changed
     ///     unterminated quote
     ///     -socketbuffer is not empty and     the accessors have their new values, except for the record;
     ///     does not begin with a digit        no variable is set
-    ///     -packetsize, -packetdelay or       the accessors likewise; the variables before its own in the
-    ///     -camemu likewise                   list below are set
-    ///     a variable of the list up to       the same
+    ///     -packetsize, -packetdelay or       the accessors as above; the variables listed below before
+    ///     -camemu likewise                   the option's own are set
+    ///     one of the variables up to         the accessors as above; the variables before it are set
     ///     TEST_PROPERTIES cannot be set
-    ///     GENICAM_GENTL64_PATH needs the     the same
-    ///     SDK's directory: it is not found
+    ///     the SDK's directory, needed for    the accessors as above; the variables before that one are set
+    ///     GENICAM_GENTL64_PATH, is not found
     ///     memory runs out                    what came before; the step it interrupts may be half done
     ///
     /// Ignored failures: GENICAM_GENTL64_PATH or a later variable cannot be set; memory runs out while that
@@ -289,12 +289,12 @@ public:
     /// takes effect as well: "-tl DravikGigE::more" sets "Type=".
     ///
     /// A second Parse adds to what the first one scanned: options that it does not repeat keep their values,
-    /// which are applied again, and all test paths scanned so far are appended again.
+    /// which are applied again, and all test paths scanned so far, earlier parses included, are appended.
     bool Parse(int argc, char** argv) noexcept;
 
     /// Parses wide arguments: converts them to UTF-8 and hands them to the narrow Parse.
     ///
-    /// - argc: as above; a negative one gives false.
+    /// - argc: as above; if it is negative, the result is false.
     /// - argv: argc pointers to NUL-terminated strings of UTF-32 code points. Surrogates are converted
     ///     like any other code point. Read during the call only.
     /// - Result: that of the narrow Parse; false with nothing parsed when argv is null and argc is
@@ -306,7 +306,7 @@ public:
 
     /// Parses a block of argc NUL-terminated strings, stored one directly after another.
     ///
-    /// - argc: as above; a negative one gives false.
+    /// - argc: as above; if it is negative, the result is false.
     /// - args: the first byte of the block; not null unless argc is 0. What follows the last string
     ///     is not read. Read during the call only.
     /// - Result: that of the narrow Parse; false with nothing parsed when one of the strings is empty,
@@ -373,12 +373,12 @@ public:
 
     /// The directory that the SDK is installed in: five levels above the directory of this library's file,
     /// with symbolic links in that directory's path resolved; empty if that is the root or would be above it.
-    /// If the dynamic loader reports the file without a slash in its name, it is the directory of the file
-    /// itself, after all links are resolved. If the library was loaded by a relative name, the working
+    /// If the dynamic loader reports the file without a slash in its name, the result is the directory of the
+    /// file itself, after all links are resolved. If the library was loaded by a relative name, the working
     /// directory must still be the one in which it was loaded.
     /// - Errors: throws std::runtime_error when the file or the directory cannot be found, which includes
     ///     running out of memory in realpath, and std::bad_alloc when memory runs out elsewhere.
-    /// - Reads and writes no environment variable.
+    /// - Neither reads nor writes environment variables.
     static std::string getApplicationDir();
 
 private:

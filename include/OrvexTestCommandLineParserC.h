@@ -55,10 +55,10 @@ extern "C" {
  *     was done up to the failure is kept. A failure to set another variable is ignored. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_Parse(int argc, char** argv);
 
-/** The same for wide arguments, each wchar_t of which is one UTF-32 code point. They become UTF-8.
+/** The same for wide arguments, which are converted to UTF-8. Each wchar_t is one UTF-32 code point.
  * - Result: also 0, with nothing parsed, if argc is negative, if argv is null and argc is positive,
  *     if an argument is null, if a code point is above 0x10FFFF, or if the UTF-8 of one argument has more
- *     bytes than an int can count. */
+ *     bytes than an int can count. Running out of memory during the conversion throws a C++ exception. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_ParseW(int argc, wchar_t** argv);
 
 /** The program name: the first argument ever scanned that is neither an option nor an option's value, usually

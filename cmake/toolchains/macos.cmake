@@ -1,9 +1,9 @@
-# Cross build for macOS from Linux, for the architecture in macos_architecture; scripts/build-macos prepares what is
-# named here.
+# Cross build for macOS from Linux, for the architecture in macos_architecture; scripts/build-macos prepares the
+# toolchain.
 #
-# Two tools share the work. The pinned compiler brings the headers of macOS and of libc++ and compiles; LLVM's own
-# ld64.lld links, because it obeys an export list and the Mach-O version numbers, which the compiler's own linker
-# refuses or ignores.
+# The pinned compiler, which comes with the headers of macOS and of libc++, is used only to compile. LLVM's ld64.lld
+# links, because it honours the export list and the Mach-O version numbers; the compiler's own linker rejects or ignores
+# them.
 
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_VERSION 20.1.0) # macOS 11
@@ -33,7 +33,7 @@ set(CMAKE_C_COMPILER "${_macos_zig}/zig" cc)
 set(CMAKE_C_COMPILER_TARGET ${_macos_target})
 set(CMAKE_CXX_COMPILER "${_macos_zig}/zig" c++)
 set(CMAKE_CXX_COMPILER_TARGET ${_macos_target})
-set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON) # the compiler makes none
+set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON) # the compiler does not support them
 
 find_program(MACOS_LINKER ld64.lld-16 REQUIRED)
 find_program(CMAKE_AR llvm-ar-16 REQUIRED)

@@ -18,7 +18,7 @@ inline std::string_view withoutLeadingDashes(std::string_view text) {
 }
 
 // Whether formatted extraction in the classic locale reads a double from the start of the token. The stream
-// turns any exception during the extraction into a failure, so the result is false if memory runs out.
+// turns any exception during the extraction into a failure, so the result is false if memory runs out there.
 bool isNumber(std::string_view token);
 
 // Whether the token begins with a dash and is not a number.
@@ -43,7 +43,7 @@ struct Finding {
     Kind kind;
     std::string_view name;
     std::string_view value;
-    std::size_t index;  // of the token, or of the first of the two
+    std::size_t index;  // of the token, or of the option if its value is the next token
 };
 
 template <typename Sink>

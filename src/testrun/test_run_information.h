@@ -9,8 +9,9 @@
 
 namespace orvex {
 
-// Sets group, fixedZero and transportLayers, to their defaults if there is no value, and each other field
-// whose option has a value; the rest are unchanged. tlList: all -tl values, joined by ",".
+// Sets each field whose option has a value. Otherwise group, fixedZero and transportLayers get their
+// defaults, and the other fields are left unchanged.
+// tlList: all -tl values, joined by ",".
 void fillTestRunInformation(const OptionRegistry& options, const std::string& tlList,
                             TestRunInformation& information);
 

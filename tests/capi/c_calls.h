@@ -1,4 +1,4 @@
-// Calls of the C interface from C++, and buffers that show every write.
+// Calls to the C interface from C++, and buffers that reveal every write.
 
 #ifndef ORVEX_TESTS_C_CALLS_H
 #define ORVEX_TESTS_C_CALLS_H
@@ -27,7 +27,7 @@ inline int parseWide(std::vector<std::wstring> list) {
 constexpr std::size_t guardSize = 64;
 constexpr char untouched = 'X';
 
-// A buffer with guards on both sides, so that a write out of bounds shows.
+// A buffer with guards on both sides, to detect out-of-bounds writes.
 struct GuardedBuffer {
     explicit GuardedBuffer(std::size_t size) : size(size), bytes(size + 2 * guardSize, untouched) {}
 

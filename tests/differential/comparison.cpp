@@ -45,10 +45,10 @@ std::string findApplicationDir() {
     return directory == "/" ? "" : directory.string();
 }
 
-// The call with a count that reads no further than the arguments.
+// The same call, with its count limited so that no read goes beyond the arguments.
 Call readable(Call call) {
     if (call.form == Form::Packed) {
-        // One more than there can be strings in the block is as good as any larger count.
+        // A count above the number of strings that the block can hold behaves like any larger one.
         const int most = call.isNull ? 0 : static_cast<int>(packed(call.arguments).size()) + 1;
         call.count = std::min(call.argc(), most);
     } else if (!call.isNull) {
@@ -63,7 +63,7 @@ List firstOf(const List& list, int count) {
     return List(list.begin(), list.begin() + count);
 }
 
-std::string playOnModel(const Call& call, model::Parser& parser) {
+std::string makeOnModel(const Call& call, model::Parser& parser) {
     return outcomeOf([&] {
         if (call.form == Form::Variable) {
             const Strings names = call.arguments + Strings(2);
@@ -107,7 +107,7 @@ void compareAccessors(const OrvexTestCommandLineParser& library, const model::Pa
             model.waitBeforeExit ? 1 : 0);
 }
 
-// tests/capi tries the sizes of both buffers.
+// tests/capi covers other buffer sizes and writes out of bounds.
 void compareBuffers(const model::Parser& model, Differences& compare) {
     const auto [expected, expectedBytes] = model.recordBuffer();
     std::string bytes(expectedBytes.size(), '\xAA');
@@ -136,7 +136,7 @@ Difference findDifference(const Scenario& scenario) {
         Differences compare;
         if (i > 0) {
             const Call call = readable(scenario.calls[i - 1]);
-            compare("result", outcomeOf([&] { return make(call, library); }), playOnModel(call, model));
+            compare("result", outcomeOf([&] { return make(call, library); }), makeOnModel(call, model));
         }
         compareAccessors(library, model, compare);
         compare("environment", readEnvironment(), environment);

@@ -18,7 +18,7 @@ using Difference = std::optional<std::string>;
 // the C interface, the record, the usage text, the C buffers, and the whole environment.
 //
 // The parser of the library is the process-wide one, constructed again each time, so that both interfaces
-// show the same object. The process environment is restored at the end. Not for several threads at once.
+// show the same object. The process environment is restored at the end. Not thread-safe.
 Difference findDifference(const Scenario& scenario);
 
 // The same, with the smallest scenario in which anything differs.
@@ -32,7 +32,7 @@ Difference findTokenKindDifference(const std::string& token);
 // The variables are those of the process environment.
 Difference findExpansionDifference(const std::string& text, const model::Environment& variables);
 
-// What one input of a fuzzer or one file of its corpus shows.
+// Runs one fuzzer input, or one file of the corpus.
 Difference replayScenario(const std::string& text);
 Difference replayTokenizer(const std::string& text);
 Difference replayExpansion(const std::string& text);

@@ -29,7 +29,7 @@ inline std::size_t quickOrDeep(std::size_t quick, std::size_t deep) {
     return isDeep ? deep : quick;
 }
 
-// Counts cases up to the first in which anything differs, which it reports.
+// Counts the cases, and reports the first one in which anything differs.
 class Cases {
 public:
     Cases() = default;

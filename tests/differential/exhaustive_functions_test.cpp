@@ -112,8 +112,9 @@ model::Registry newModel(std::uint32_t mode) {
     return registry;
 }
 
-// If isEverything, also compares the queries that build a stream and those whose results no scan changes.
-void compareQueries(const OptionRegistry& registry, const model::Registry& model, bool isEverything,
+// If allQueries is set, also compares the queries that build a stream and those whose results no scan
+// changes.
+void compareQueries(const OptionRegistry& registry, const model::Registry& model, bool allQueries,
                     Differences& compare) {
     compare("getPositionals", registry.getPositionals(), model.positionals);
     for (const std::string& name : names) {
@@ -123,7 +124,7 @@ void compareQueries(const OptionRegistry& registry, const model::Registry& model
         compare("hasOption", registry.hasOption(name), model.flags.count(key) != 0);
         compare("getSingleValue", registry.getSingleValue(name), isSingle ? single->second : "");
         compare("getJoinedValues", registry.getJoinedValues(name, "||"), model.getJoinedValues(key, "||"));
-        if (isEverything) {
+        if (allQueries) {
             const bool isMultiValue = model.multiValueOptions.count(key) != 0;
             const std::istringstream stream = registry.getValue(name);
             compare("getValue", stream.str(), model.getText(key));
@@ -132,11 +133,11 @@ void compareQueries(const OptionRegistry& registry, const model::Registry& model
             compare("isMultiValueOption", registry.isMultiValueOption(name), isMultiValue);
         }
     }
-    for (std::size_t i = 0; isEverything && i <= model.positionals.size() + 1; ++i) {
+    for (std::size_t i = 0; allQueries && i <= model.positionals.size() + 1; ++i) {
         compare("getPositional", registry.getPositional(i),
                 i < model.positionals.size() ? model.positionals[i] : "");
     }
-    for (std::uint32_t bit = 1; isEverything && bit != 0; bit <<= 1) {
+    for (std::uint32_t bit = 1; allQueries && bit != 0; bit <<= 1) {
         compare("hasMode", registry.hasMode(bit), (model.mode & bit) != 0);
     }
 }
@@ -144,7 +145,7 @@ void compareQueries(const OptionRegistry& registry, const model::Registry& model
 class ExhaustiveRegistry : public ::testing::TestWithParam<std::uint32_t> {
 protected:
     // Scans the first tokens as an argument vector and the others as a list.
-    static void compareScans(Cases& cases, const Strings& list, std::size_t first, bool isEverything) {
+    static void compareScans(Cases& cases, const Strings& list, std::size_t first, bool allQueries) {
         const auto middle = list.begin() + static_cast<std::ptrdiff_t>(first);
         auto registry = newRegistry(GetParam());
         auto model = newModel(GetParam());
@@ -157,7 +158,7 @@ protected:
         registry.parseTokens(Strings(middle, list.end()));
         model.parseTokens(Strings(middle, list.end()));
         Differences compare;
-        compareQueries(registry, model, isEverything, compare);
+        compareQueries(registry, model, allQueries, compare);
         cases(compare.text.empty()
                   ? std::nullopt
                   : Difference(::testing::PrintToString(list) + ", the first " + std::to_string(first) +

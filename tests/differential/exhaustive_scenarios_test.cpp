@@ -73,7 +73,7 @@ TEST(ExhaustiveTokens, MatchTheModelHoweverAListIsSpreadOverSourcesAndParses) {
 // All option names, those that only the usage text mentions, and two unknown names.
 const Strings names = optionNames() + words("tdc_name tdc_pcname tdc_osname O u");
 
-// The ways of giving an option, each with its name in the place of the @.
+// The ways to give an option; "@" stands for its name.
 const Strings ways = words("-@ 1|-@ a|-@ ''|--@=2|-@=|-@|@ 1", '|');
 
 Strings given(std::string way, const std::string& name) {
@@ -178,7 +178,7 @@ TEST(ExhaustiveTransport, MatchesTheModelForEverySetOfVariablesThatCannotBeSet) 
     }
 }
 
-// Each argument a null pointer, empty, plain, several bytes long in UTF-8, or not convertible.
+// Each argument is a null pointer, empty, plain, several bytes long in UTF-8, or not convertible.
 TEST(ExhaustiveWide, MatchesTheModelForEveryVectorAndCount) {
     const std::vector<WideArgument> items = {
         std::nullopt, U"", U"-w", U"\u00E9", U"\u20AC\U0001F600", std::u32string{0x110000}};

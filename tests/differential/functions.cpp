@@ -17,7 +17,7 @@
 namespace differential {
 namespace {
 
-Difference of(const std::string& input, const Differences& differences) {
+Difference differenceFor(const std::string& input, const Differences& differences) {
     return differences.text.empty() ? std::nullopt
                                     : Difference("\"" + escaped(input) + "\":\n" + differences.text);
 }
@@ -39,7 +39,7 @@ Difference findTokenizerDifference(const std::string& text) {
     Differences compare;
     compare("error", error, expectedError);
     compare("tokens", tokens, expected);
-    return of(text, compare);
+    return differenceFor(text, compare);
 }
 
 Difference findSplitDifference(const std::string& text, char delimiter) {
@@ -49,7 +49,7 @@ Difference findSplitDifference(const std::string& text, char delimiter) {
     const bool result = orvex::splitString(text.c_str(), delimiter, parts);
     compare("result", result, model::splitString(text, delimiter, expected));
     compare("parts", parts, expected);
-    return of(text + " at " + delimiter, compare);
+    return differenceFor(text + " at " + delimiter, compare);
 }
 
 Difference findExpansionDifference(const std::string& text, const model::Environment& variables) {
@@ -59,7 +59,7 @@ Difference findExpansionDifference(const std::string& text, const model::Environ
     Differences compare;
     compare("count", count, expectedCount);
     compare("text", expanded, expected);
-    return of(text, compare);
+    return differenceFor(text, compare);
 }
 
 Difference findConversionDifference(const std::u32string& text, int size) {
@@ -87,7 +87,7 @@ Difference findTokenKindDifference(const std::string& token) {
     compare("isNumber", OptionRegistry::isNumber(token), model::isNumber(token));
     compare("isOptionToken", OptionRegistry::isOptionToken(token), model::isOptionToken(token));
     compare("trimLeadingDashes", OptionRegistry::trimLeadingDashes(token), model::trimLeadingDashes(token));
-    return of(token, compare);
+    return differenceFor(token, compare);
 }
 
 Difference replayTokenizer(const std::string& text) {

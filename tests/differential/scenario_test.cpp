@@ -68,7 +68,7 @@ TEST(ProcessEnvironment, ReplacesTheEnvironmentAndRestoresIt) {
         const ProcessEnvironment environment({{"A", "1"}}, {"ORVEX_CAMEMU"});
         EXPECT_EQ(setenv("A", "2", 1), 0);
         EXPECT_EQ(setenv("AB", "", 1), 0);
-        // The calls of the library arrive here, too.
+        // The library's calls to setenv are redirected, too.
         OrvexTestCommandLineParser parser;
         EXPECT_FALSE(parse(parser, words("app -camemu=2")));
         EXPECT_EQ(readEnvironment(), changed(defaultVariables, {{"A", "2"}, {"AB", ""}}));

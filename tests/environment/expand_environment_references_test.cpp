@@ -63,7 +63,7 @@ TEST_F(ExpandReferences, LonePercentIsDoubled) {
     });
 }
 
-TEST_F(ExpandReferences, StringOfOneOrTwoBytesOnlyGetsALonePercentDoubled) {
+TEST_F(ExpandReferences, OnlyALonePercentIsDoubledInAStringOfOneOrTwoBytes) {
     expectExpansions({
         {"%", "%%", 1},
         {"a%", "a%%", 1},

@@ -90,7 +90,7 @@ TEST_F(TransportVariables, NumberThatBeginsWithADigitIsExportedUnchanged) {
     }
 }
 
-TEST_F(TransportVariables, NumberThatBeginsWithAnythingElseFails) {
+TEST_F(TransportVariables, NumberThatDoesNotBeginWithADigitFails) {
     for (const KnownOption& option : numbers()) {
         for (const char* value : {"x3", " 1", "-1", "+1", ".5", "inf", "\xB2", "/1", ":1"}) {
             writeEnvironment({{option.sdkVariable, "before"}});

@@ -30,7 +30,7 @@ class Selection(unittest.TestCase):
     def test_a_failed_test_ends_the_program_with_1(self):
         self.assertEqual(suite("-packetsize", "9001").returncode, 1)
 
-    def test_paths_add_up_and_the_filter_flag_wins_over_paths_and_paths_over_the_filter_variable(self):
+    def test_paths_accumulate_and_the_filter_flag_wins_over_paths_and_paths_over_the_filter_variable(self):
         rows = [
             (("PacketSize",), {}, "PacketSize.IsWholeNumber PacketSize.FitsJumboFrame"),
             (("PacketSize::FitsJumboFrame",), {"GTEST_FILTER": "DeviceFilter.*"}, "PacketSize.FitsJumboFrame"),
@@ -96,10 +96,10 @@ class Usage(unittest.TestCase):
 
 
 class Waiting(unittest.TestCase):
-    def test_without_a_terminal_it_does_not_wait(self):
+    def test_the_program_does_not_wait_without_a_terminal(self):
         self.assertNotIn("Press Enter", suite("-w").stdout)
 
-    def test_on_a_terminal_it_waits_for_enter(self):
+    def test_the_program_waits_for_enter_on_a_terminal(self):
         keyboard, terminal = open_terminal()
         with start((CAMERA_SUITE, *GOOD_ARGUMENTS, "-w"), stdin=terminal, stdout=subprocess.PIPE) as program:
             output = ""

@@ -79,7 +79,7 @@ class Usage(unittest.TestCase):
 
 @unittest.skipUnless(IS_PYTHON, "the C client does not print the getters")
 class Getters(unittest.TestCase):
-    def test_they_return_what_was_parsed(self):
+    def test_getters_return_what_was_parsed(self):
         found = lines(client("-x", "r.xml", "-o", "o.txt", "-w", "TestSuiteUsb", "TestSuiteGigE").stdout)
         names = ("application name", "XML report file", "output file", "first test path", "wait before exit")
         self.assertEqual(
@@ -116,14 +116,14 @@ class Environment(unittest.TestCase):
             self.assertIn("gentlproducer/gtl", variables.pop("GENICAM_GENTL64_PATH"))
             self.assertEqual(variables, self.VARIABLES)
 
-    def test_os_environ_is_reloaded_by_python_where_it_can(self):
+    def test_os_reload_environ_is_used_if_python_has_it(self):
         variables = self.variables("os.reload_environ = lambda: os.environ.update(ORVEX_CAMEMU='reloaded')")
         self.assertEqual(variables, {"ORVEX_CAMEMU": "reloaded"})
 
 
 @unittest.skipUnless(IS_PYTHON, "the C client is linked to the library")
 class Library(unittest.TestCase):
-    def test_without_a_library_it_prints_one_line_on_standard_error(self):
+    def test_a_missing_library_is_reported_in_one_line_on_standard_error(self):
         for library in ("no/such/library.so", ""):
             result = run((*COMMAND[:-1], library))
             self.assertEqual((result.returncode, result.stdout), (2, ""))

@@ -31,7 +31,7 @@ class Separator(unittest.TestCase):
             (2, 0, 0, (*good, "--", "--", "PacketSize")),
             (1, 1, 0, ()),
             (1, 1, 0, ("--",)),
-            # Test paths and filters add up.
+            # Test paths and filters accumulate.
             (1, 0, 1, (*good, "PacketSize")),
             (2, 0, 0, (*good, "PacketSize", "--", "--test-case=DeviceFilter*")),
         ]
@@ -51,7 +51,7 @@ class Separator(unittest.TestCase):
     def test_doctest_gets_the_program_name(self):
         self.assertIn(f'binary="{DOCTEST_SUITE}"', suite("--", "--reporters=xml").stdout)
 
-    def test_an_output_file_of_the_parser_is_not_doctests(self):
+    def test_the_parsers_output_option_does_not_reach_doctest(self):
         with tempfile.TemporaryDirectory() as directory:
             suite(*GOOD_ARGUMENTS, "-o=parser.txt", cwd=directory)
             self.assertEqual(os.listdir(directory), [])

@@ -1,4 +1,4 @@
-// A parse that changes everything that a parse can change, and these effects in their order.
+// A parse that changes everything that a parse can change, and its effects, in order.
 
 #ifndef ORVEX_TESTS_EVERY_EFFECT_H
 #define ORVEX_TESTS_EVERY_EFFECT_H
@@ -142,7 +142,7 @@ inline Strings variables() {
     return names;
 }
 
-// The calls of the whole parse.
+// All calls that the parse makes.
 inline Strings everyCall() {
     Strings calls = {"getenv ORVEX_TEST_ARGS", "getenv _ORVEX_TEST_ARGS_", "getenv ORVEX_GTC_USE_EXTRA_TL"};
     for (const Effect& effect : everyEffect) {
@@ -188,7 +188,7 @@ inline std::string firstDifference(const Snapshot& expected, const Snapshot& act
 // A test in which the SDK is in /sdk.
 class EveryEffectTest : public CleanEnvironmentTest {
 protected:
-    // Not later: computing the states changes the environment.
+    // Compute the states before the test starts, because computing them changes the environment.
     EveryEffectTest() {
         statesOfEffects();
         statesOfScan();
@@ -237,8 +237,8 @@ protected:
         return states;
     }
 
-    // What stateAfterLaterParse returns for a parser that has scanned nothing, the program name, and one,
-    // two, three ... of the arguments of all sources.
+    // What stateAfterLaterParse returns for a parser that has scanned nothing, then only the program name,
+    // then also one, two, three ... of the arguments of all sources.
     static const std::vector<Snapshot>& statesOfScan() {
         static const std::vector<Snapshot> states = [] {
             const Strings all = programName + words(prepended) + options + words(appended);

@@ -190,7 +190,7 @@ bool splitString(const std::string& text, char delimiter, Strings& parts) {
     if (delimiter == '\0' || cString(text).empty()) {
         return false;
     }
-    // An empty last part is not a part.
+    // Like splitString, getline yields no empty last part.
     std::istringstream stream(cString(text));
     for (std::string part; std::getline(stream, part, delimiter);) {
         parts.push_back(part);
@@ -249,7 +249,7 @@ int utf8(const char32_t* source, char* destination, int destinationSize) {
         if (c > 0x10FFFF) {
             return -2;
         }
-        // From the last byte to the first: six bits in each, and in the first what is left.
+        // Fills the bytes from the last to the first: six bits in each, and the remaining bits in the first.
         const int length = c < 0x80 ? 1 : c < 0x800 ? 2 : c <= 0xFFFF ? 3 : 4;
         constexpr std::uint32_t marks[] = {0, 0, 0xC0, 0xE0, 0xF0};
         char sequence[4];

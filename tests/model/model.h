@@ -58,7 +58,7 @@ int utf8(const char32_t* source, char* destination, int destinationSize);
 
 class Parser {
 public:
-    // Settings of the refused variables fail. The parser keeps a reference to the environment.
+    // Setting a refused variable fails. The parser keeps a reference to the environment.
     Parser(Environment& environment, std::string applicationDir, std::set<std::string> refused);
 
     bool parse(const Strings& argv);

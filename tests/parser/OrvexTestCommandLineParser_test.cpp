@@ -67,7 +67,7 @@ TEST_F(Parse, ReadsExactlyArgcArgumentsAndCopiesThem) {
     EXPECT_FALSE(parser.waitBeforeExit());
 }
 
-TEST_F(Parse, HelpAndWaitAreFlagsOfExactlyTheseNames) {
+TEST_F(Parse, OnlyTheExactFlagNamesRequestHelpOrWaiting) {
     const struct {
         const char* arguments;
         bool help;
@@ -162,7 +162,7 @@ TEST_F(Parse, SecondParseScansAllSourcesAgainAndAddsToTheFirst) {
 
 using VariableOfTheCaller = ParserTest;
 
-TEST_F(VariableOfTheCaller, IsOnlyScannedUntilTheNextParse) {
+TEST_F(VariableOfTheCaller, IsScannedAndTakesEffectInTheNextParse) {
     set("MY_ARGUMENTS", "-o 'my file' -tl A SuiteA");
     const Environment before = readEnvironment();
     parser.ParseArgsFromEnvironmentVariable("MY_ARGUMENTS", "a 'b\" c");

@@ -21,7 +21,7 @@ TEST_F(Accessors, AreEmptyBeforeAnyParse) {
     }
 }
 
-TEST_F(Accessors, ReferencesShowTheNextParse) {
+TEST_F(Accessors, ReferencesShowTheResultsOfTheNextParse) {
     const std::string* const strings[] = {&parser.getApplicationName(), &parser.getXmlFilename(),
                                           &parser.getOutputFilename(), &parser.getTlList(),
                                           &parser.getTdcDravikXmlFilename()};

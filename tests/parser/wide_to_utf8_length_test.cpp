@@ -15,8 +15,8 @@ constexpr std::size_t pieceSize = std::size_t{8} << 20;
 constexpr std::size_t pieces = 256;
 constexpr std::size_t codePoints = pieceSize * pieces / sizeof(wchar_t);
 
-// 2^29 code points of four bytes each, and then NULs. They take little memory: one file is mapped again and
-// again, until the program ends.
+// 2^29 code points of four bytes each, and then NULs. They take little memory, because one small file is
+// mapped repeatedly. The mappings stay until the program ends.
 wchar_t* mapCodePoints() {
     const std::vector<wchar_t> piece(pieceSize / sizeof(wchar_t), L'\U0010FFFF');
     std::FILE* const file = std::tmpfile();

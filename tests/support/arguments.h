@@ -72,7 +72,7 @@ enum class Form { Narrow, Wide, Packed, NarrowC, WideC, Variable };
 // An argument of the wide forms; without a value it is a null pointer.
 using WideArgument = std::optional<std::u32string>;
 
-// A call of the parser as data.
+// A call to the parser, as data.
 struct Call {
     Form form = Form::Narrow;
     // Of all forms but the wide ones. Those of Variable are the names of the variable and of the program.

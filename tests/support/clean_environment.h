@@ -13,7 +13,7 @@ using Environment = std::map<std::string, std::string>;
 // All variables of the process environment. An entry whose name occurs a second time is marked.
 Environment readEnvironment();
 
-// Makes the process environment exactly this.
+// Makes the process environment consist of exactly these variables.
 void writeEnvironment(const Environment& environment);
 
 // A test that starts with an empty process environment and restores the old one at its end.

@@ -47,7 +47,7 @@ bool failsNow(FaultyCall call) {
 }
 
 // Allocations of the log itself do not fail.
-void keep(const char* function, const char* first = "", const char* second = "", const char* third = "") {
+void record(const char* function, const char* first = "", const char* second = "", const char* third = "") {
     if (callLog != nullptr) {
         Failure* const interrupted = std::exchange(failure, nullptr);
         callLog->calls.push_back(std::string(function) + first + second + third);
@@ -59,7 +59,7 @@ void* allocate(std::size_t size) {
     if (allocationsAreSlow) {
         std::this_thread::sleep_for(std::chrono::microseconds(200));
     }
-    if (failsNow(FaultyCall::StrangeAllocation)) {
+    if (failsNow(FaultyCall::NonStandardAllocation)) {
         throw 42;
     }
     void* const memory = failsNow(FaultyCall::Allocation) ? nullptr : std::malloc(size == 0 ? 1 : size);
@@ -72,7 +72,7 @@ void* allocate(std::size_t size) {
 
 int setenvOrFail(const char* name, const char* value, int overwrite) {
     static const auto platform = PLATFORM(setenv);
-    keep(overwrite == 1 ? "setenv " : "setenv otherwise ", name, "=", value);
+    record(overwrite == 1 ? "setenv " : "setenv otherwise ", name, "=", value);
     if (failsNow(FaultyCall::SetEnv) || refusedVariables.count(std::string_view(name)) != 0) {
         errno = ENOMEM;
         return -1;
@@ -148,13 +148,13 @@ extern "C" {
 
 char* REPLACEMENT(getenv)(const char* name) PLATFORM_NOEXCEPT {
     static const auto platform = PLATFORM(getenv);
-    keep("getenv ", name);
+    record("getenv ", name);
     return platform(name);
 }
 
 int REPLACEMENT(dladdr)(const void* address, Dl_info* information) PLATFORM_NOEXCEPT {
     static const auto platform = PLATFORM(dladdr);
-    keep("dladdr");
+    record("dladdr");
     if (failsNow(FaultyCall::DlAddr)) {
         return 0;
     }
@@ -167,7 +167,7 @@ int REPLACEMENT(dladdr)(const void* address, Dl_info* information) PLATFORM_NOEX
 
 char* REPLACEMENT(realpath)(const char* path, char* buffer) PLATFORM_NOEXCEPT {
     static const auto platform = PLATFORM(realpath);
-    keep("realpath ", path);
+    record("realpath ", path);
     if (failsNow(FaultyCall::RealPath)) {
         errno = ENOENT;
         return nullptr;
@@ -207,11 +207,11 @@ void REPLACEMENT(free)(void* memory) PLATFORM_NOEXCEPT {
     static const auto platform = PLATFORM(__cxa_throw);
     const std::type_info& thrown = *static_cast<std::type_info*>(type);
     if (thrown == typeid(std::invalid_argument)) {
-        keep("throw invalid_argument: ", static_cast<std::invalid_argument*>(exception)->what());
+        record("throw invalid_argument: ", static_cast<std::invalid_argument*>(exception)->what());
     } else if (thrown == typeid(std::runtime_error)) {
-        keep("throw runtime_error: ", static_cast<std::runtime_error*>(exception)->what());
+        record("throw runtime_error: ", static_cast<std::runtime_error*>(exception)->what());
     } else {
-        keep("throw ", thrown.name());
+        record("throw ", thrown.name());
     }
     platform(exception, type, destroy);
     std::abort();

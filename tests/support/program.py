@@ -7,7 +7,7 @@ import unittest
 
 # What the loader and the sanitizers need; everything else would reach the parser.
 KEPT_VARIABLES = ("PATH", "LD_PRELOAD", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE")
-# What a cross-built program is run with.
+# The command that runs cross-built programs.
 EMULATOR = tuple(os.environ.get("TEST_EMULATOR", "").split())
 
 

@@ -1,4 +1,4 @@
-// The option table of show_arguments against what the library does with each option.
+// Compares the option table of show_arguments with what the library does with each option.
 
 #include "show_arguments/options.h"
 

@@ -273,7 +273,7 @@ class Producers(unittest.TestCase):
                 self.assertNotIn("GENICAM_GENTL64_PATH", environment(second, "kept"))
                 self.assertEqual(second["options"], report["options"])
 
-    def test_there_are_none_unless_the_parse_sets_the_variable(self):
+    def test_no_producers_are_shown_unless_the_parse_sets_the_variable(self):
         self.assertIsNone(show_json("-tl", "DravikGTC", "-camemu", "x")["producers"])
         self.assertIsNone(show_json("-tl", "DravikUsb")["producers"])
 
@@ -291,7 +291,7 @@ def show_line(line, source):
 
 
 UNKNOWN = "is not a known option"
-ATTACHED = f"{UNKNOWN}. A value is a separate argument."
+ATTACHED = f"{UNKNOWN}. Separate the value from the name."
 SPACED = 'There must be no space before or after the "=" of'
 USE_EQUALS = "begins with a dash. If"
 
@@ -333,7 +333,7 @@ HINTS = [
     ("-packetsize =1500", "-packetsize 1500", f'{SPACED} "-packetsize".'),
     ("-tdc_variant = V", "-tdc_variant=V", f'{SPACED} "-tdc_variant".'),
     ("-tl=", None, 'The value of "-tl" is empty, as if "-tl" were not given.'),
-    ("-packetsize 1,500", None, '"1,500" is not only digits. It is passed on as written.'),
+    ("-packetsize 1,500", None, '"1,500" is not all digits. It is passed on as written.'),
     # test paths
     ("-tl DravikGigE DravikUsb Suite", "-tl DravikGigE,DravikUsb",
      'The value of "-tl" ends at a space: "DravikUsb" became a test path.'),
@@ -398,7 +398,7 @@ class Hints(unittest.TestCase):
         self.assertIn((option["given"][0]["value"], option["given"][0]["outcome"]),
                       [(value[0], "won"), (value[0], "collected")] if value else [(None, "counted")])
 
-    def test_there_are_none_if_the_arguments_make_sense_as_they_are(self):
+    def test_arguments_that_make_sense_as_they_are_get_no_hint(self):
         for line in ("", "Suite TestSuiteGigE::DynamicHeartbeatTest -w 1 -5", "-tl DravikGigE:S,DravikUsb",
                      "-p a=b Suite", "-tl A Suite DravikTests", "-o=-x -x a=b", "-tl DravikUsb DravikTests::Case",
                      "h=x packetsize", "-testname it’s -packetsize 1500", "-o a -o b -tdc_product= -tdc_product=x",

@@ -134,7 +134,7 @@ Advice valueIsAttached(const Place& place) {
     if (isWord || !isUsableValue(*option, value)) {
         return std::nullopt;
     }
-    return Slip{fmt::format("{} is not a known option. A value is a separate argument.",
+    return Slip{fmt::format("{} is not a known option. Separate the value from the name.",
                             inQuotes(place.here.tokens[0])),
                 correct(place, *option, value)};
 }
@@ -158,7 +158,7 @@ Advice flagHasValue(const Place& place) {
 Advice equalsSignIsSpaced(const Place& place) {
     const ToolOption& option = *place.here.option;
     const bool isInline = place.here.kind == orvex::Finding::InlineValue;
-    // What follows the name, "=" included, in as many test paths as it takes.
+    // The text after the name, including the "=", joined from as many test paths as needed.
     std::string text = (isInline ? "=" : "") + place.here.value;
     std::size_t covered = 1;
     while ((text.empty() || text == "=") && place.path(covered) != nullptr) {
@@ -304,7 +304,7 @@ Advice numberHasMore(const Place& place) {
     if (!isUsed || value.find_first_not_of("0123456789") == std::string::npos) {
         return std::nullopt;
     }
-    return Slip{fmt::format("{} is not only digits. It is passed on as written.", inQuotes(value))};
+    return Slip{fmt::format("{} is not all digits. It is passed on as written.", inQuotes(value))};
 }
 
 // The hints about an entry of a -tl value.
@@ -440,7 +440,7 @@ void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
             slips.push_back(*advice);
             uncovered = i + advice->covered;
         }
-        // Curly quotes are part of the first and the last name.
+        // Skip values in curly quotes: the quotes would be taken as part of the first and the last name.
         if (argument.name == "tl" && argument.outcome == Outcome::Collected && !quotesAreCurly(place)) {
             adviseOnLayers(place, driver, slips);
         }
@@ -525,7 +525,7 @@ std::vector<Hint> giveAdvice(const Report& report) {
         producerPathIsExpanded(hints);
     }
     for (Hint& hint : hints) {
-        // What a terminal does not show cannot be pasted.
+        // A correction that a terminal does not show in full cannot be pasted.
         if (visible(hint.correction) != hint.correction) {
             hint.correction.clear();
         }

@@ -33,7 +33,8 @@ std::string plainOrQuoted(std::string_view text) {
 }
 
 std::size_t columnsOf(std::string_view text) {
-    // No character takes more columns than bytes, so the padding tells how many it takes.
+    // No character takes more columns than bytes, so padding the string to its size in bytes shows how many
+    // columns it takes.
     const std::size_t padded = fmt::format("{:{}}", text, text.size()).size();
     return 2 * text.size() - padded;
 }

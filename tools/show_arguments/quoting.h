@@ -28,7 +28,7 @@ std::string quotedForShell(std::string_view text);
 // One argument in ORVEX_TEST_ARGS or _ORVEX_TEST_ARGS_.
 std::string quotedForVariable(std::string_view text);
 
-// What the tokenizer makes of the value of such a variable, as far as it can be seen without splitting it.
+// What can be found in the value of such a variable without splitting it.
 struct TextScan {
     std::optional<std::size_t> unterminatedQuote;  // its index
     std::optional<std::size_t> lineEnd;            // the index of the first one outside quotes

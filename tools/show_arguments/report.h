@@ -33,10 +33,10 @@ enum class Outcome {
     Lost,       // a later value took its place
     Collected,  // it is one of several values, or a test path
     Counted,    // the flag took effect
-    Empty,      // the last value, as if not given
+    Empty,      // the last value is empty, which is the same as no value
     Refused,    // the value ended the parse
     Ignored,    // nothing reads it
-    NotUsed     // the parse ended before
+    NotUsed     // the parse ended before it was used
 };
 
 struct Argument {
@@ -83,7 +83,7 @@ struct Result {
 };
 
 enum class VariableState {
-    Set,       // set by the parse to another value than before
+    Set,       // set by the parse to a different value than before
     SetAgain,  // set by the parse to the value that it had
     Kept       // inherited and left alone
 };
