@@ -249,8 +249,7 @@ public:
     ///     memory runs out                    what came before; the step it interrupts may be half done
     ///
     /// Ignored failures: GENICAM_GENTL64_PATH or a later variable cannot be set; memory runs out while that
-    /// path is expanded (its references stay as they are) or inside the standard library's extraction of a
-    /// number.
+    /// path is expanded (its references stay as they are).
     ///
     /// Reads ORVEX_TEST_ARGS and `_ORVEX_TEST_ARGS_`; whether ORVEX_GTC_USE_EXTRA_TL is defined; and, for
     /// GENICAM_GENTL64_PATH, its old value, which is not expanded, and variables that the SDK's directory

@@ -21,9 +21,10 @@ struct RequestedDevices {
 RequestedDevices readTransportLayers(const std::string& tlList) {
     RequestedDevices devices;
     std::vector<std::string> entries;
+    std::vector<std::string> parts;
     splitString(tlList.c_str(), ',', entries);
     for (const std::string& entry : entries) {
-        std::vector<std::string> parts;
+        parts.clear();
         splitString(entry.c_str(), ':', parts);
         if (!parts.empty()) {
             devices.classes.insert(parts[0]);
@@ -89,7 +90,8 @@ bool exportTransportVariables(const OptionRegistry& options, const std::string& 
         if (!streamParameters.empty()) {
             streamParameters += ' ';
         }
-        streamParameters += "SocketBufferSize=" + socketBuffer;
+        streamParameters += "SocketBufferSize=";
+        streamParameters += socketBuffer;
     }
     std::string packetSize = options.getSingleValue("packetsize");
     if (packetSize.empty()) {

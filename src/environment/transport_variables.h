@@ -12,7 +12,8 @@ namespace orvex {
 
 // Validates and sets in a fixed order. On failure (a number that does not begin with a digit, a variable that
 // cannot be set) it returns false: earlier variables stay set and later ones are untouched. The socket buffer
-// is checked before the first variable is set. tlList: all -tl values, joined by ",".
+// is checked before the first variable is set.
+// tlList: all -tl values, joined by ",".
 bool exportTransportVariables(const OptionRegistry& options, const std::string& tlList);
 
 }  // namespace orvex

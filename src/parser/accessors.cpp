@@ -1,8 +1,9 @@
-#include <string>
-#include <vector>
 #include "OrvexTestCommandLineParser.h"
 
 #include "environment/application_dir.h"
+
+#include <string>
+#include <vector>
 
 const std::string& OrvexTestCommandLineParser::getApplicationName() const noexcept {
     return applicationName;

@@ -1,5 +1,6 @@
-#include <string>
 #include "OrvexTestCommandLineParser.h"
+
+#include <string>
 
 namespace {
 

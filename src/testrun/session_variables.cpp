@@ -1,8 +1,9 @@
 #include "testrun/session_variables.h"
-#include <string>
 
 #include "OrvexTestCommandLineParser.h"
 #include "environment/environment_variables.h"
+
+#include <string>
 
 namespace orvex {
 namespace {

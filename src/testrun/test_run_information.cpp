@@ -1,6 +1,8 @@
 #include "testrun/test_run_information.h"
-#include <string>
+
 #include "OrvexTestCommandLineParser.h"
+
+#include <string>
 
 namespace orvex {
 namespace {

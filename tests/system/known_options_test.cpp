@@ -6,11 +6,13 @@
 #include "support/parser_test.h"
 #include "support/replaced_functions.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <regex>
+#include <set>
 #include <string>
 
 namespace {
@@ -25,6 +27,22 @@ std::string section(const char* file, const std::string& beginning, const std::s
     const std::size_t first = text.find(beginning);
     EXPECT_NE(first, std::string::npos) << file << " has no \"" << beginning << "\"";
     return first == std::string::npos ? "" : text.substr(first, text.find(end, first + 1) - first);
+}
+
+// The variables of the SDK that these options set, then those of the test session, each in order.
+Strings variablesOf(const Strings& options) {
+    Strings sdkVariables;
+    Strings sessionVariables;
+    for (const KnownOption& option : knownOptions) {
+        const bool isNamed = std::count(options.begin(), options.end(), option.name) != 0;
+        if (isNamed && option.sdkVariable != nullptr) {
+            sdkVariables.emplace_back(option.sdkVariable);
+        }
+        if (isNamed && option.sessionVariable != nullptr) {
+            sessionVariables.emplace_back(option.sessionVariable);
+        }
+    }
+    return sdkVariables + sessionVariables;
 }
 
 // The names after each occurrence of the mark, a regular expression, in order.
@@ -42,14 +60,25 @@ Strings variableNames() {
     return Strings(std::begin(knownVariables), std::end(knownVariables));
 }
 
-TEST(KnownOptions, MatchTheRowsOfTheReadme) {
-    Strings names;
+TEST(KnownOptions, MatchTheRowsOfTheReadmeWithTheirVariables) {
+    const Strings variables = variableNames();
+    Strings all;
     for (const std::string& line : words(section("README.md", "\n## Options\n", "\n## "), '\n')) {
         if (line.compare(0, 4, "| `-") == 0) {
-            names = names + namesAfter("`-", line.substr(0, line.find(" |", 1)));
+            const std::size_t end = line.find(" |", 1);
+            const Strings options = namesAfter("`-", line.substr(0, end));
+            Strings written = namesAfter("`", line.substr(end));
+            written.erase(std::remove_if(written.begin(), written.end(),
+                                         [&](const std::string& name) {
+                                             return std::count(variables.begin(), variables.end(), name) == 0;
+                                         }),
+                          written.end());
+            const Strings more = {"ORVEX_GIGE_STREAMPARAMS", "GENICAM_GENTL64_PATH"};
+            EXPECT_EQ(written, variablesOf(options) + (options[0] == "tl" ? more : Strings())) << line;
+            all = all + options;
         }
     }
-    EXPECT_THAT(names, UnorderedElementsAreArray(optionNames()));
+    EXPECT_THAT(all, UnorderedElementsAreArray(optionNames()));
 }
 
 TEST(KnownOptions, AreInTheHeader) {
@@ -67,10 +96,26 @@ TEST(KnownVariables, AreInTheReadme) {
     EXPECT_THAT(namesAfter("`", text), IsSupersetOf(variableNames()));
 }
 
-TEST(KnownVariables, MatchTheListInTheHeaderInOrder) {
+TEST(KnownVariables, MatchTheListInTheHeaderInOrderWithTheirOptions) {
     const std::string list =
         section("include/OrvexTestCommandLineParser.h", "/// Writes, in this order:", "    /// Apart");
-    EXPECT_EQ(namesAfter("\n    ///     ", list), variableNames());
+    Strings variables;
+    std::set<std::string> written;
+    for (const std::string& name : namesAfter("(?:\n    ///     |[ (]-)", list)) {
+        if (name[0] >= 'A' && name[0] <= 'Z') {
+            variables.push_back(name);
+        } else {
+            written.insert(variables.back() + " " + name);
+        }
+    }
+    EXPECT_EQ(variables, variableNames());
+    std::set<std::string> expected = {"ORVEX_GIGE_STREAMPARAMS tl", "GENICAM_GENTL64_PATH tl"};
+    for (const std::string& option : optionNames()) {
+        for (const std::string& variable : variablesOf({option})) {
+            expected.insert(variable + " " + option);
+        }
+    }
+    EXPECT_EQ(written, expected);
 }
 
 TEST(KnownVariables, AreLastInTheFuzzerDictionaryInOrder) {
