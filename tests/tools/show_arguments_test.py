@@ -306,6 +306,11 @@ HINTS = [
     ("-packetsise -w", None, f'"-packetsise" {UNKNOWN}. Did you mean "-packetsize"? It needs a value.'),
     ("-HELP Suite", "-help", f'"-HELP" {UNKNOWN}. Did you mean "-help"?'),
     ("-hostname X", None, f'"-hostname" {UNKNOWN} and is ignored. "X" became a test path.'),
+    ("-tdc_runame = nightly", None,
+     f'"-tdc_runame" {UNKNOWN}. Did you mean "-tdc_runname"? "=" became a test path.'),
+    ("-halpe", None, f'"-halpe" {UNKNOWN} and is ignored.'),
+    ("-cxmemy=2", "-camemu 2", f'"-cxmemy=2" {UNKNOWN}. Did you mean "-camemu"?'),
+    ("'-tl DravikUsb -o f'", None, f'"-tl DravikUsb -o f" {ATTACHED}'),
     ("-=x", None, f'"-=x" {UNKNOWN} and is ignored.'),
     ("-tdc_name N", "-testname N",
      '"-tdc_name" is in the usage text, but nothing reads it. Use "-testname". "N" became a test path.'),
@@ -352,6 +357,9 @@ HINTS = [
     ("'–foo'", None, '"–foo" became a test path: it begins with an en dash instead of "-".'),
     ("-o '“my file.txt”'", "-o 'my file.txt'", 'The curly quote in "“my file.txt”" does not group.'),
     ("'-p=‘a=b’'", "-p a=b", 'The curly quote in "-p=‘a=b’" does not group.'),
+    ("-x –o f", None, '"–o" became the value of "-x": it begins with an en dash instead of "-".'),
+    ("-p 'title=“a”'", "-p title=a", 'The curly quote in "title=“a”" does not group.'),
+    ("-tl 'DravikGigE:“S”'", "-tl DravikGigE:S", 'The curly quote in "DravikGigE:“S”" does not group.'),
     ("-o '“my' 'file.txt”'", None, 'The curly quote in "“my" does not group.'),
     # transport layers
     ("-tl 'DravikGigE: S, B'", "-tl DravikGigE:S,B", 'The spaces in " S" are part of the name.'),
@@ -402,7 +410,7 @@ class Hints(unittest.TestCase):
         for line in ("", "Suite TestSuiteGigE::DynamicHeartbeatTest -w 1 -5", "-tl DravikGigE:S,DravikUsb",
                      "-p a=b Suite", "-tl A Suite DravikTests", "-o=-x -x a=b", "-tl DravikUsb DravikTests::Case",
                      "h=x packetsize", "-testname it’s -packetsize 1500", "-o a -o b -tdc_product= -tdc_product=x",
-                     "-tdc_rundescription '–o “quoted” = 1,500' -p -5 -tdc_variant=V", "-packetsize 1x -packetsize 2"):
+                     "-p a= Suite", "-tdc_rundescription '–o “quoted” = 1,500' -p -5 -tdc_variant=V", "-packetsize 1x -packetsize 2"):
             with self.subTest(line=line):
                 self.assertEqual(show_line(line, "command line")["hints"], [])
 
@@ -551,8 +559,8 @@ class Terminal(unittest.TestCase):
                 '  transportLayers  ""',
             ],
             "Sources": [
-                "  ORVEX_TEST_ARGS    scanned (5)",
-                "  command line       scanned (6)",
+                "  ORVEX_TEST_ARGS    scanned (5 arguments)",
+                "  command line       scanned (6 arguments)",
                 "  _ORVEX_TEST_ARGS_  blank",
             ],
             "Test paths": ["  ORVEX_TEST_ARGS  First", "  command line     Suite"],
@@ -604,6 +612,11 @@ class Terminal(unittest.TestCase):
                     wide = len(line) + line.count("日") + line.count("本")
                     self.assertTrue(wide <= columns or len(line.split()[-1]) > columns // 2, line)
         self.assertGreater(max(map(len, plain.splitlines())), 300)
+
+    def test_wrapped_lines_are_aligned_with_the_first_one_if_half_of_the_width_is_left(self):
+        for columns, indent in ((40, 6), (55, 6), (56, 28), (80, 28)):
+            output = show_on_terminal(columns, variables={"TEST_SESSION_DESCRIPTION": "word " * 40, "NO_COLOR": "1"})
+            self.assertIn("\n" + " " * indent + "word ", output, columns)
 
     def test_a_correction_stays_on_its_line(self):
         output = show_on_terminal(40, "-Testname", "many words " * 10, variables={"NO_COLOR": "1"})

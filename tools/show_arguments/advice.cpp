@@ -93,7 +93,8 @@ Slip useOption(const Place& place, const ToolOption& option, const std::string& 
     if (path == nullptr) {
         return {message + " It needs a value."};
     }
-    const std::string correction = correct(place, option, path->value);
+    const bool isValue = !startsWith(path->value, "=");
+    const std::string correction = isValue ? correct(place, option, path->value) : "";
     return {fmt::format("{} {} became a test path.", message, inQuotes(path->value)), correction,
             correction.empty() ? 1U : 2U};
 }
@@ -134,9 +135,11 @@ Advice valueIsAttached(const Place& place) {
     if (isWord || !isUsableValue(*option, value)) {
         return std::nullopt;
     }
+    // Quoted together with its value, it may be one of several options.
+    const bool isOneOption = value.find(" -") == std::string_view::npos;
     return Slip{fmt::format("{} is not a known option. Separate the value from the name.",
                             inQuotes(place.here.tokens[0])),
-                correct(place, *option, value)};
+                isOneOption ? correct(place, *option, value) : ""};
 }
 
 Advice optionIsUnknown(const Place& place) {
@@ -200,21 +203,27 @@ Advice valueIsMissing(const Place& place) {
                 correction, 2};
 }
 
+// Whether the byte ends a part of a value of the option.
+bool isSeparator(std::string_view option, char byte) {
+    return option == "tl" ? byte == ',' || byte == ':' : option == "p" && byte == '=';
+}
+
 Advice quotesAreCurly(const Place& place) {
     constexpr std::string_view pairs[][2] = {{"\u201c", "\u201d"}, {"\u2018", "\u2019"}};
     for (const auto& [opening, closing] : pairs) {
-        std::string_view text = place.here.value;
-        if (!startsWith(text, opening)) {
+        std::string text = place.here.value;
+        const std::size_t start = text.find(opening);
+        if (start == std::string::npos || (start > 0 && !isSeparator(place.here.name, text[start - 1]))) {
             continue;
         }
         const std::string message =
             fmt::format("The curly quote in {} does not group.", inQuotes(place.here.tokens.back()));
-        text.remove_prefix(opening.size());
+        text.erase(start, opening.size());
         const std::size_t end = text.find(closing);
-        if (end == std::string_view::npos || end + closing.size() != text.size()) {
+        if (end == std::string::npos || end + closing.size() != text.size()) {
             return Slip{message};
         }
-        text = text.substr(0, end);
+        text.erase(end);
         return Slip{message, isOption(place.here) ? correct(place, *place.here.option, text)
                                                   : quotedFor(place.here.source, text)};
     }
@@ -223,20 +232,21 @@ Advice quotesAreCurly(const Place& place) {
 
 // "-tl A, B", "-tl A DravikB", "-tl A : B"; "-p a=1 b=2", "-p a = 1"
 Advice valueIsCutAtSpace(const Place& place) {
-    const bool isLayers = place.here.name == "tl";
-    if ((!isLayers && place.here.name != "p") || place.here.value.empty()) {
+    const std::string_view name = place.here.name;
+    const bool isLayers = name == "tl";
+    if ((!isLayers && name != "p") || place.here.value.empty()) {
         return std::nullopt;
     }
-    const auto isSeparator = [isLayers](char byte) {
-        return isLayers ? byte == ',' || byte == ':' : byte == '=';
-    };
     std::vector<std::string> values = {place.here.value};
+    std::string last = place.here.value;
     std::vector<std::string> cut;
     while (const Argument* path = place.path(cut.size() + 1)) {
         const std::string& text = path->value;
         const bool isLayer = startsWith(text, "Dravik") && text.find("::") == std::string::npos;
         const bool isProperty = text.find('=') != std::string::npos;
-        if (isSeparator(values.back().back()) || isSeparator(text[0])) {
+        // A property may have an empty value: "-p a=".
+        const bool isOpen = isSeparator(name, values.back().back()) && (isLayers || last == "=");
+        if (isOpen || isSeparator(name, text[0])) {
             values.back() += text;
         } else if (isLayers ? isLayer : isProperty) {
             values.push_back(text);
@@ -244,6 +254,7 @@ Advice valueIsCutAtSpace(const Place& place) {
             break;
         }
         cut.push_back(inQuotes(text));
+        last = text;
     }
     if (cut.empty()) {
         return std::nullopt;
@@ -273,10 +284,17 @@ Advice dashIsFromDocument(const Place& place) {
         {"\u2013", "an en dash"}, {"\u2014", "an em dash"}, {"\u2212", "a minus sign"}};
     const std::string& text = place.here.value;
     for (const auto& [dash, name] : dashes) {
-        if (startsWith(text, dash)) {
-            return addDash(place, std::string_view(text).substr(dash.size()),
-                           fmt::format(R"({} became a test path: it begins with {} instead of "-".)",
-                                       inQuotes(text), name));
+        if (!startsWith(text, dash)) {
+            continue;
+        }
+        const std::string_view rest = std::string_view(text).substr(dash.size());
+        const std::string cause = fmt::format(R"(it begins with {} instead of "-")", name);
+        if (place.here.isTestPath) {
+            return addDash(place, rest, fmt::format("{} became a test path: {}.", inQuotes(text), cause));
+        }
+        if (findOption(rest.substr(0, rest.find('='))) != nullptr) {
+            return Slip{
+                fmt::format(R"({} became the value of "-{}": {}.)", inQuotes(text), place.here.name, cause)};
         }
     }
     return std::nullopt;
@@ -398,8 +416,8 @@ Advice adviseOnArgument(const Place& place) {
         return hasValue ? flagHasValue(place) : std::nullopt;
     }
     if (hasValue) {
-        return findFirst(
-            place, {equalsSignIsSpaced, quotesAreCurly, valueIsCutAtSpace, valueIsEmpty, numberHasMore});
+        return findFirst(place, {equalsSignIsSpaced, dashIsFromDocument, quotesAreCurly, valueIsCutAtSpace,
+                                 valueIsEmpty, numberHasMore});
     }
     const bool needsEqualsSign = place.here.option->kind == ToolOptionKind::InlineValue;
     return findFirst(place, {equalsSignIsSpaced, needsEqualsSign ? equalsSignIsMissing : valueIsMissing});
@@ -441,7 +459,7 @@ void adviseOnArguments(const Trace& trace, std::vector<Hint>& hints) {
             uncovered = i + advice->covered;
         }
         // Skip values in curly quotes: the quotes would be taken as part of the first and the last name.
-        if (argument.name == "tl" && argument.outcome == Outcome::Collected && !quotesAreCurly(place)) {
+        if (argument.name == "tl" && !quotesAreCurly(place)) {
             adviseOnLayers(place, driver, slips);
         }
         for (const Slip& slip : slips) {

@@ -65,7 +65,7 @@ Producers findProducers(const Variable& variable) {
         producers.directories.push_back({path, std::filesystem::is_directory(path, ignored)});
         expected += path + ":";
     }
-    producers.areSet = variable.after == expected + variable.before.value_or("");
+    producers.areSet = variable.after.rfind(expected, 0) == 0;
     return producers;
 }
 

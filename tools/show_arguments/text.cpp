@@ -170,7 +170,8 @@ std::vector<Row> sourceRows(const Trace& trace) {
             for (const Argument& argument : trace.arguments) {
                 count += argument.source == source.name ? argument.tokens.size() : 0;
             }
-            state += fmt::format(" ({})", count - 1);  // without the program name
+            --count;  // the program name
+            state += fmt::format(" ({} argument{})", count, count == 1 ? "" : "s");
         }
         rows.push_back({std::string(source.name), state});
     }
