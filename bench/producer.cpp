@@ -1,5 +1,5 @@
-// The only parse that calls the dynamic loader and the file system: the one with -tl DravikGTC. Compared with
-// the two calls alone.
+// Compares a parse with -tl DravikGTC, the only one that calls the dynamic loader and the file system, with
+// those two calls alone.
 
 #include "command_line.h"
 

@@ -77,7 +77,7 @@ def series(path):
 
 
 def beyond_fixed_cost(runs):
-    """Size, and nanoseconds for each element beyond those of the smallest input, of inputs at least 64 times as large."""
+    """For each input at least 64 times as large as the smallest: its size, and nanoseconds per additional element."""
     smallest, fixed = runs[0][0], runs[0][1]
     return [(size, (time - fixed) / (size - smallest)) for size, time, _, _ in runs if size >= 64 * smallest]
 

@@ -8,7 +8,7 @@ set(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE "" CACHE PATH
 if(TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE)
   block()
     set(INSTALL_GTEST OFF)
-    # Its matchers for std::string_view, which the tests use, exist only from C++17 on.
+    # Its matchers for std::string_view, which the tests use, require C++17.
     set(CMAKE_CXX_STANDARD 17)
     add_subdirectory(${TESTCOMMANDLINEPARSER_GOOGLETEST_SOURCE} googletest EXCLUDE_FROM_ALL)
   endblock()

@@ -40,14 +40,14 @@ list(APPEND CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/sr
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libtestcommandlineparser0)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/triggers)
-set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "command line of Orvex test programs (library)
+set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "command-line parser for Orvex test programs (library)
 The automated test programs of the Orvex camera SDK hand their arguments to
 this library. It parses them, together with those in two environment variables,
 and sets the environment variables of the SDK and of the test session.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtestcommandlineparser-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "command line of Orvex test programs (development files)
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "command-line parser for Orvex test programs (development files)
 The files needed to build test programs with the library: the headers for C++
 and C, the CMake package, the pkg-config file and the examples.")
 
@@ -58,7 +58,7 @@ The program show_arguments shows how a test program interprets its arguments
 and those in two environment variables, and why.")
 
 # With the prefix /usr, GNUInstallDirs chooses Debian's multiarch directory, so packages for several architectures can
-# be installed together. CMake writes this field only from 3.31 on.
+# be installed together. Only CMake 3.31 and later write this field.
 if(CMAKE_LIBRARY_ARCHITECTURE AND CMAKE_INSTALL_LIBDIR STREQUAL "lib/${CMAKE_LIBRARY_ARCHITECTURE}")
   set(CPACK_DEBIAN_RUNTIME_PACKAGE_MULTIARCH same)
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)

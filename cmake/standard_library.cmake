@@ -1,6 +1,6 @@
 # The parser holds standard containers by value, so a program must use the same standard library as the library. On
-# Linux, either can be chosen: if the library was built with libc++, its target defines a macro, and the header compares
-# that with the program's standard library.
+# Linux, that can be libstdc++ or libc++: if the library was built with libc++, its target defines a macro, and the
+# header compares that with the program's standard library.
 
 set(testcommandlineparser_definitions "")
 if(NOT APPLE)

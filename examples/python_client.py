@@ -28,7 +28,7 @@ VARIABLES = (
 
 def reload_environment():
     """Refreshes os.environ, a copy of the environment that the interpreter made at start-up."""
-    if hasattr(os, "reload_environ"):  # from Python 3.14 on
+    if hasattr(os, "reload_environ"):  # Python 3.14 and later
         os.reload_environ()
         return
     getenv = ctypes.CDLL(None).getenv

@@ -33,7 +33,7 @@
 ///   ORVEX_TEST_COMMAND_LINE_PARSER_BUILT_WITH_THESE_CONTAINERS to switch these checks off if the library was
 ///   built with the same settings as the program.
 ///
-/// Usable from C++11 on. C programs, and C++ programs that want the one process-wide parser, use
+/// Requires C++11 or later. C programs, and C++ programs that want the one process-wide parser, use
 /// OrvexTestCommandLineParserC.h.
 
 #ifndef ORVEX_TEST_COMMAND_LINE_PARSER_H
@@ -103,7 +103,7 @@ struct TestRunInformation {
 // Option names are passed with or without dashes (`o`, `-o` and `--o` are the same) and compared byte by
 // byte. Scans only add; nothing is ever removed. References stay valid for the registry's lifetime, but a
 // scan may change what they refer to. No function reads or writes an environment variable. Running out of
-// memory throws std::bad_alloc, except inside the extraction of isNumber.
+// memory throws std::bad_alloc, except during the extraction in isNumber.
 class OptionRegistry {
 public:
     // Bits of the mode word.
@@ -308,8 +308,8 @@ public:
     /// - argc: as above; if it is negative, the result is false.
     /// - args: the first byte of the block; not null unless argc is 0. What follows the last string
     ///     is not read. Read during the call only.
-    /// - Result: that of the narrow Parse; false with nothing parsed when one of the strings is empty,
-    ///     so that an empty argument cannot be passed in this form.
+    /// - Result: that of the narrow Parse; false with nothing parsed when one of the strings is empty. An
+    ///     empty argument therefore cannot be passed in this form.
     /// - Errors: throws std::bad_alloc when there is no memory for argc pointers.
     /// - Environment: as the narrow Parse.
     bool Parse(int argc, char* args);
@@ -317,15 +317,15 @@ public:
     /// Scans the arguments in an environment variable, as Parse does for its own two, and does nothing
     /// else. Accessors do not change until the next Parse, which also applies these arguments.
     ///
-    /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind
-    /// inside them is an ordinary byte, what touches them belongs to the same argument, and an empty pair
-    /// is an empty argument. A backslash, inside quotes or not, makes the next byte literal; a trailing
-    /// backslash is literal itself.
+    /// Spaces and tabs separate arguments. Double and single quotes group: a quote of the other kind inside
+    /// them is an ordinary byte, adjacent text belongs to the same argument, and an empty pair is an empty
+    /// argument. A backslash, inside quotes or not, makes the next byte literal; a trailing backslash is
+    /// literal itself.
     ///
     /// - variableName: the variable to read. Null or empty: nothing happens.
     /// - programName: a NUL-terminated string, not null, which takes the place of argv[0].
     /// - Errors: throws std::runtime_error, with nothing scanned, for an unterminated quote, and
-    ///     std::bad_alloc when memory runs out, except inside the extraction of a number such as "-5".
+    ///     std::bad_alloc when memory runs out, except while a number such as "-5" is extracted.
     /// - Reads the named variable; one that is undefined, empty or all spaces and tabs adds nothing. Writes
     ///     no variable.
     void ParseArgsFromEnvironmentVariable(const char* variableName, const char* programName);

@@ -27,7 +27,7 @@
  *   environment (Python's os.environ, Go's os.Getenv) does not see what they set; child processes do,
  *   unless they are given such a copy.
  *
- * Usable from C99 on, and from C++. */
+ * Requires C99 or later, or C++. */
 
 #ifndef ORVEX_TEST_COMMAND_LINE_PARSER_C_H
 #define ORVEX_TEST_COMMAND_LINE_PARSER_C_H
@@ -105,8 +105,8 @@ OrvexTestCommandLineParser_GetHelpMessage(const char* applicationName, char* buf
  *     of the slot. In order: group, session identifier, run name, run description, product, "0", user
  *     identifier, revision, branch, revision again, branch again, computer name, operating system,
  *     transport layers, report file, test name. All, "0" included, are empty until a parse has filled them.
- * - Result: 1; or 0 when buffer is null, and when a string has more than 255 bytes. In that case
- *     the earlier slots are filled; that slot and all later ones are zero. */
+ * - Result: 1; or 0 when buffer is null or a string has more than 255 bytes. In the second case, the
+ *     earlier slots are filled; that string's slot and all later ones are zero. */
 ORVEX_TEST_COMMAND_LINE_PARSER_EXPORT int OrvexTestCommandLineParser_GetTestRunInformation(char* buffer);
 
 #ifdef __cplusplus

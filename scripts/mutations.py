@@ -1,6 +1,6 @@
 """Small changes to C++ source text, found token by token.
 
-The source is taken to be formatted as clang-format leaves it: binary operators are surrounded by spaces;
+Assumes source formatted by clang-format: binary operators are surrounded by spaces;
 template brackets, references and unary operators are not, and every controlled statement has braces.
 """
 

@@ -28,7 +28,7 @@ std::string getApplicationDir() {
     std::string directory = resolved.get();
     const std::size_t lastSeparator = directory.rfind('/');
     if (lastSeparator == std::string::npos) {
-        // The message is fixed; it names the public member function, not this one.
+        // The message is fixed; it names Parse, not this function.
         throw std::runtime_error("OrvexTestCommandLineParser::Parse> can't query path");
     }
     directory.erase(lastSeparator);

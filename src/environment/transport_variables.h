@@ -1,5 +1,5 @@
 // Sets the variables that the SDK reads when a test opens cameras: device filter, stream parameters, camera
-// emulation and free properties.
+// emulation and test properties.
 
 #ifndef ORVEX_TRANSPORT_VARIABLES_H
 #define ORVEX_TRANSPORT_VARIABLES_H

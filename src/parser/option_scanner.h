@@ -123,7 +123,7 @@ private:
 
 // Calls the sink with each Finding, in order. The first token is the program name.
 // grammar: the registered names and the mode.
-// hasProgramName: whether an earlier scan has found a positional argument, so that this program name is
+// hasProgramName: whether an earlier scan has found a positional argument; if so, this program name is
 // dropped.
 template <typename Sink>
 void scanTokens(const std::vector<std::string_view>& tokens, const OptionRegistry& grammar,

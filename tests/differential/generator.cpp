@@ -43,7 +43,7 @@ const struct {
     {"program", 4, "app|app|app|./mytest|/opt/x y/test||-w|-5|-x=1|-o|DravikGTC"},
     {"program", 1, "{bytes}"},
 
-    // The arguments of a call, each in a line of its own.
+    // The arguments of a call, each on a line of its own.
     {"arguments", 4, "{argument}{arguments}"},
     {"arguments", 1, "''"},
     {"argument", 20, " {option}\n| {value}\n| {value}\n"},
@@ -73,7 +73,7 @@ const struct {
     {"value", 3, "{number}|{layers}|{bytes}|{code points}"},
     {"value", 1, "word|word|{long}|{long}{bytes}"},
 
-    // Mostly good numbers, so that a parse gets to its end.
+    // Mostly valid numbers, so that most parses run to completion.
     {"size", 7, "{digit}|15{digit}{digit}"},
     {"size", 1, "{number}|{number}"},
     {"number", 1, "1500|0|9|8192|12abc|3x|x3|-5|-0.25|-1e3| 5|/|:|+5|-.5|-.|-e5|-inf|-nan|-0x1p|-5abc|-1e"},

@@ -50,7 +50,7 @@ TEST(Shrink, LeavesOnlyWhatTheFailureNeeds) {
     }
 }
 
-TEST(Differences, ShowTheFirstDifference) {
+TEST(Differences, ListEveryDifferenceWithItsContext) {
     Differences compare;
     compare("same", std::string("a"), "a");
     compare("string", std::string(50, 'a') + "\n", std::string(50, 'a'));

@@ -79,7 +79,7 @@ class Report(unittest.TestCase):
 
 
 class Usage(unittest.TestCase):
-    def test_help_is_one_text_on_standard_output(self):
+    def test_help_prints_only_the_parsers_usage_text_on_standard_output(self):
         for switch in ("-?", "-h", "-H", "-help", "--help"):
             result = suite(switch, "PacketSize", "--gtest_list_tests")
             self.assertEqual((result.returncode, result.stderr), (0, ""))

@@ -67,8 +67,8 @@ TEST_F(ApplicationDir, EndsBeforeTheLastSlashAndReleasesTheBuffer) {
     }
 }
 
-// References in the SDK's directory are expanded, too. It occurs twice, so that a "%" in it pairs with the
-// one in the copy.
+// References in the SDK's directory are expanded, too. It occurs twice, so a "%" in it pairs with the one in
+// the second copy.
 TEST_F(ProducerPath, ConsistsOfTheExpandedDirectoriesAndTheOldValue) {
     const std::string gtl = "/Frameworks/orvex.framework/Libraries/gentlproducer/gtl:";
     const std::string cxp = "/Frameworks/orvex.framework/Libraries/orvexCXP/bin:";

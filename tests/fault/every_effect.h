@@ -194,8 +194,8 @@ protected:
         statesOfScan();
     }
 
-    // Gives a new parser and all variables values that differ from those of the parse, so that a test can
-    // tell whether each was replaced.
+    // Fills a new parser and all variables with values that differ from those of the parse, so that a test
+    // can tell whether each was replaced.
     static void prepare(OrvexTestCommandLineParser& parser) {
         writeEnvironment({});
         EXPECT_TRUE(parse(parser, earlierCommandLine));

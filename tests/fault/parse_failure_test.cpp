@@ -134,7 +134,7 @@ TEST_F(ParseFailure, SdkDirectoryThatIsNotFoundEndsTheParseBeforeTheProducerPath
 
 using CallsOfAParse = ParserTest;
 
-TEST_F(CallsOfAParse, WithoutArgumentsOrTheNameOfAVariableNothingIsReadOrSet) {
+TEST_F(CallsOfAParse, NothingIsReadOrSetWithoutArgumentsOrAVariableName) {
     char* arguments[] = {nullptr};
     const CallLog log;
     EXPECT_TRUE(parser.Parse(0, arguments));

@@ -45,7 +45,7 @@ private:
     bool hasFailed = false;
 };
 
-// Changes one of the variables below as long as it lives.
+// Changes one of the variables below during its lifetime.
 template <typename Type>
 class With {
 public:
@@ -67,7 +67,7 @@ extern const char* libraryFile;                              // unless null, the
 extern const char* resolvedPath;                             // unless null, what realpath returns
 extern bool allocationsAreSlow;                              // gives other threads time to catch up
 
-// Records, as long as it lives, what was called and thrown: "getenv NAME", "setenv NAME=value" ("setenv
+// During its lifetime, records what is called and thrown: "getenv NAME", "setenv NAME=value" ("setenv
 // otherwise" unless its flag is 1), "dladdr", "realpath PATH", "throw TYPE: message".
 class CallLog {
 public:
@@ -79,12 +79,12 @@ public:
     std::vector<std::string> calls;
 };
 
-// How many allocations were made so far, and how many of them were not released.
+// How many allocations have been made so far, and how many of them have not been released.
 std::size_t allocations();
 std::size_t liveAllocations();
 
-// How many buffers from realpath were not released. Always 0 under a sanitizer: it owns free, and looks for
-// leaks itself.
+// How many buffers from realpath have not been released. Always 0 under a sanitizer: it owns free, and looks
+// for leaks itself.
 std::size_t liveResolvedPaths();
 
 }  // namespace faults

@@ -1,5 +1,5 @@
-// The options, the variables and the fields of the record, written by hand. The tests compare what the
-// library, its documents and its tools name with these tables.
+// The options, the variables and the fields of the record, written by hand. The tests check the library, its
+// documents and its tools against these tables.
 
 #ifndef ORVEX_TESTS_KNOWN_OPTIONS_H
 #define ORVEX_TESTS_KNOWN_OPTIONS_H

@@ -1,6 +1,6 @@
 // Functions of the platform that the tests replace. On ELF, a definition in the program replaces those in all
-// libraries. On macOS, a library is linked to one particular definition; there the replacements have other
-// names and lie in a library with a table, from which the dynamic loader takes them.
+// libraries. On macOS, a library is linked to one particular definition; there, the replacements have other
+// names and are in a library with a table from which the dynamic loader takes them.
 
 #ifndef ORVEX_TESTS_REPLACED_FUNCTIONS_H
 #define ORVEX_TESTS_REPLACED_FUNCTIONS_H

@@ -1,5 +1,6 @@
-// Prints the SDK's directory as the linked library finds it and the search path that it makes of "/x"; then
-// the same path for each library file. Usage: layout_client DIRECTORY-TO-CHANGE-TO [FILE...]
+// Prints the SDK's directory as the linked library finds it, and GENICAM_GENTL64_PATH after a parse that
+// starts with "/x"; then the same path from a parse with each library file.
+// Usage: layout_client DIRECTORY-TO-CHANGE-TO [FILE...]
 
 #include "OrvexTestCommandLineParser.h"
 #include "OrvexTestCommandLineParserC.h"

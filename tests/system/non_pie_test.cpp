@@ -1,5 +1,5 @@
-// A program that is not position-independent takes the address of a library's function in the program itself.
-// The library must find its own file all the same.
+// In a program that is not position-independent, the address of a library function is inside the program
+// itself. The library must find its own file all the same.
 
 #include "OrvexTestCommandLineParser.h"
 

@@ -62,8 +62,8 @@ protected:
                           const std::string& laterDirectory = ".",
                           const std::vector<std::string>& load = {}) const {
         // On macOS, the client can also find the library through a link next to it: the variable may not
-        // reach the client, and it must not be set when the client loads files, because dlopen also searches
-        // its directory first.
+        // reach the client, and it must not be set when the client loads files, because dlopen searches the
+        // directory in the variable first.
         fs::remove(base + "/library");
         fs::create_directory_symlink(startDirectory / libraryDirectory, base + "/library");
         std::string command = "cd '" + startDirectory + "' && ";
@@ -91,7 +91,7 @@ protected:
     std::string base;
 };
 
-// Paths below the new directory, except a library's directory without a slash in front.
+// Paths are relative to the new directory. A libraryDirectory without a leading slash is passed as it is.
 struct Place {
     const char* name;
     const char* libraryDirectory;

@@ -83,7 +83,7 @@ TEST_F(Record, TwoEmptyTransportLayersAreNotTheDefault) {
     EXPECT_EQ(parser.getTestRunInformation().transportLayers, ",");
 }
 
-TEST_F(Record, NamesThatOnlyTheUsageTextHasFillNothing) {
+TEST_F(Record, NamesFoundOnlyInTheUsageTextFillNothing) {
     EXPECT_TRUE(parse(parser, words("app -tdc_name a -tdc_pcname b -tdc_osname c")));
     EXPECT_THAT(parser.getTestPaths(), ElementsAre("a", "b", "c"));
     EXPECT_TRUE(parse(parser, words("app -tdc_name=a -tdc_pcname=b -tdc_osname=c -tdc_variant=d")));

@@ -34,7 +34,7 @@ bool canBeSplit(const std::string& text) {
     }
 }
 
-TEST(QuotedForVariable, YieldsTheStringInTheTokenizer) {
+TEST(QuotedForVariable, IsTokenizedToTheOriginalString) {
     for (const std::string& text : shortStrings(4)) {
         std::vector<std::string> tokens;
         orvex::splitArgumentString("x " + tool::quotedForVariable(text) + " y", tokens);
@@ -55,7 +55,7 @@ TEST(Visible, EscapesOnlyWhatATerminalWouldNotShow) {
     EXPECT_EQ(tool::visible("Größe 日本 \xff\xc2"), R"(Größe 日本 \xff\xc2)");
 }
 
-TEST(PlainOrQuoted, QuotesWhatCouldBeMistaken) {
+TEST(PlainOrQuoted, QuotesOnlyAmbiguousStrings) {
     EXPECT_EQ(tool::plainOrQuoted("a b"), "a b");
     for (const char* text : {"", " a", "a ", "(flag)", "a\"b", "a\\b", "a\tb"}) {
         EXPECT_EQ(tool::plainOrQuoted(text), tool::inQuotes(text));
@@ -79,14 +79,14 @@ TEST(ScanText, FindsAnUnterminatedQuoteExactlyWhereTheTokenizerFails) {
     }
 }
 
-TEST(ScanText, ReplacesLineEndsOutsideQuotesWithSpaces) {
+TEST(ScanText, ReplacesLineBreaksOutsideQuotesWithSpaces) {
     const std::map<std::string, std::string> rows = {
         {"-o f\n-w", "-o f -w"},         {"-o f\r\n-w\n", "-o f  -w "},    {"-o f \\\n-w", "-o f   -w"},
         {"-o f\\\\\n-w", "-o f\\\\ -w"}, {"'f\n' \"\n\"", "'f\n' \"\n\""}, {"'\\\n'", "'\\\n'"}};
     for (const auto& [text, expected] : rows) {
         const tool::TextScan scan = tool::scanText(text);
-        EXPECT_EQ(scan.withoutLineEnds, expected);
-        EXPECT_EQ(scan.lineEnd.has_value(), text != expected) << text;
+        EXPECT_EQ(scan.withoutLineBreaks, expected);
+        EXPECT_EQ(scan.lineBreak.has_value(), text != expected) << text;
     }
 }
 

@@ -165,7 +165,7 @@ class Values(unittest.TestCase):
         self.assertEqual([source["state"] for source in report["sources"]], ["not set", "scanned", "malformed"])
         self.assertEqual(report["sources"][2]["message"], "Starting quote has no ending quote.")
 
-    def test_an_empty_value_is_as_if_not_given(self):
+    def test_an_empty_value_is_treated_as_not_given(self):
         for arguments in (("-o=",), ("-tl=",), ("-p", ""), ("-packetsize=",)):
             with self.subTest(arguments=arguments):
                 (option,) = show_json(*arguments)["options"]
@@ -232,7 +232,7 @@ class Environment(unittest.TestCase):
 
 @unittest.skipUnless(sys.platform.startswith("linux"), "needs a library search path from the environment")
 class Producers(unittest.TestCase):
-    """The directories for -tl DravikGTC, with a library of its own."""
+    """The directories for -tl DravikGTC, with a copy of the library in a temporary SDK."""
 
     def setUp(self):
         self.root = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory())).resolve()
@@ -424,14 +424,14 @@ class Hints(unittest.TestCase):
         (hint,) = show_json("-packetsise=1\x1b")["hints"]
         self.assertIsNone(hint["correction"])
 
-    def test_a_line_end_in_a_variable_separates_nothing(self):
+    def test_a_line_break_in_a_variable_separates_nothing(self):
         rows = {"-o f\n-w": "-o f -w", "-o f -w\r\n": "-o f -w  ", "-o f \\\n -w": "-o f    -w"}
         for text, corrected in rows.items():
             with self.subTest(text=text):
                 (hint, *_) = show_json(variables={"ORVEX_TEST_ARGS": text})["hints"]
                 self.assertEqual(hint, {
                     "source": "ORVEX_TEST_ARGS", "argument": text, "correction": corrected,
-                    "message": "A line end does not separate arguments."})
+                    "message": "A line break does not separate arguments."})
                 report = show_json(variables={"ORVEX_TEST_ARGS": corrected})
                 self.assertEqual((report["outputFilename"], report["waitBeforeExit"], report["hints"]), ("f", True, []))
         self.assertIn("\n      -o f\\n-w\n          ^\n", show(variables={"ORVEX_TEST_ARGS": "-o f\n-w"}).stdout)
@@ -528,7 +528,7 @@ class Failure(unittest.TestCase):
                          (2, "", "show_arguments: SHOW_ARGUMENTS_FORMAT must be text or json\n"))
 
     @unittest.skipUnless(os.path.exists("/dev/full"), "needs a file that is always full")
-    def test_a_full_output_exits_with_2(self):
+    def test_output_to_a_full_device_exits_with_2(self):
         with open("/dev/full", "w", encoding="utf-8") as full:
             program = subprocess.run((PROGRAM,), env=clean_environment(), stdout=full, stderr=subprocess.PIPE,
                                      encoding="utf-8", timeout=60, check=False)

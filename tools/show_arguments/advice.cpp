@@ -73,13 +73,13 @@ std::string correct(const Place& place, const ToolOption& option, std::string_vi
     if (!isUsableValue(option, value)) {
         return "";
     }
-    if (option.kind == ToolOptionKind::InlineValue || orvex::isOptionToken(value)) {
+    if (option.kind == ToolOptionKind::InlineOnly || orvex::isOptionToken(value)) {
         return quotedFor(place.here.source, fmt::format("-{}={}", option.name, value));
     }
     return fmt::format("-{} {}", option.name, quotedFor(place.here.source, value));
 }
 
-// The option in place of what was typed for it, with the value that was meant for it.
+// Replaces what was typed with the option and the value that was meant for it.
 Slip useOption(const Place& place, const ToolOption& option, const std::string& message) {
     const std::string& token = place.here.tokens[0];
     const std::size_t equals = token.find('=');
@@ -99,7 +99,7 @@ Slip useOption(const Place& place, const ToolOption& option, const std::string& 
             correction.empty() ? 1U : 2U};
 }
 
-// The hints about one argument or several that follow each other.
+// Hints about one argument or several consecutive ones.
 
 Advice onlyUsageTextNamesOption(const Place& place) {
     const ToolOption& option = *place.here.option;
@@ -135,7 +135,7 @@ Advice valueIsAttached(const Place& place) {
     if (isWord || !isUsableValue(*option, value)) {
         return std::nullopt;
     }
-    // Quoted together with its value, it may be one of several options.
+    // If an argument was quoted as a whole, it may contain several options.
     const bool isOneOption = value.find(" -") == std::string_view::npos;
     return Slip{fmt::format("{} is not a known option. Separate the value from the name.",
                             inQuotes(place.here.tokens[0])),
@@ -389,7 +389,7 @@ Advice classIsOnlyMentioned(const Place& /*place*/, const Layer& layer) {
                     inQuotes(layer.text))};
 }
 
-// The first slip that one of these functions finds, in their order.
+// The first slip found, trying these functions in order.
 Advice findFirst(const Place& place, std::initializer_list<Advice (*)(const Place&)> functions) {
     Advice advice;
     for (const auto function : functions) {
@@ -419,7 +419,7 @@ Advice adviseOnArgument(const Place& place) {
         return findFirst(place, {equalsSignIsSpaced, dashIsFromDocument, quotesAreCurly, valueIsCutAtSpace,
                                  valueIsEmpty, numberHasMore});
     }
-    const bool needsEqualsSign = place.here.option->kind == ToolOptionKind::InlineValue;
+    const bool needsEqualsSign = place.here.option->kind == ToolOptionKind::InlineOnly;
     return findFirst(place, {equalsSignIsSpaced, needsEqualsSign ? equalsSignIsMissing : valueIsMissing});
 }
 
@@ -491,11 +491,11 @@ void quoteIsUnterminated(const Source& source, std::vector<Hint>& hints) {
     hints.push_back(hint);
 }
 
-void lineEndSeparatesNothing(const Source& source, std::vector<Hint>& hints) {
+void lineBreakSeparatesNothing(const Source& source, std::vector<Hint>& hints) {
     const TextScan scan = scanText(source.text);
-    if (scan.lineEnd) {
-        hints.push_back({source.name, source.text, "A line end does not separate arguments.",
-                         scan.withoutLineEnds, scan.lineEnd});
+    if (scan.lineBreak) {
+        hints.push_back({source.name, source.text, "A line break does not separate arguments.",
+                         scan.withoutLineBreaks, scan.lineBreak});
     }
 }
 
@@ -535,7 +535,7 @@ std::vector<Hint> giveAdvice(const Report& report) {
         quoteIsUnterminated(*source, hints);
     } else {
         for (const Source& source : trace.sources) {
-            lineEndSeparatesNothing(source, hints);
+            lineBreakSeparatesNothing(source, hints);
         }
         adviseOnArguments(trace, hints);
     }

@@ -19,8 +19,8 @@ std::optional<std::string> readVariable(std::string_view name) {
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 
-// Parses again in an environment without the variables. The parse has set those that exist afterwards. The
-// exception is the extra transport layer, which a parse sets only if it is undefined.
+// Parses again in an environment without the variables. Those that exist afterwards are the ones that the
+// parse sets. The exception is the extra transport layer, which a parse sets only if it is undefined.
 void findSetVariables(std::vector<Variable>& variables, int argc, char** argv) {
     for (const Variable& variable : variables) {
         unsetenv(variable.name.data());

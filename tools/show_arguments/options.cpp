@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t noMatch = 100;
 
-// What is left of a name when case, "-", "_" and "tdc_" do not matter.
+// A name in lower case, without "-", "_" and a leading "tdc".
 std::string coreOf(std::string_view name) {
     std::string core;
     for (const char byte : name) {
@@ -64,7 +64,7 @@ const std::vector<ToolOption>& toolOptions() {
         {"tdc_runname", ToolOptionKind::Value, {"runName", "TEST_SESSION_NAME"}},
         {"tdc_rundescription", ToolOptionKind::Value, {"runDescription", "TEST_SESSION_DESCRIPTION"}},
         {"tdc_product", ToolOptionKind::Value, {"product", "TEST_PRODUCT"}},
-        {"tdc_variant", ToolOptionKind::InlineValue, {"TEST_PRODUCT_VARIANT"}},
+        {"tdc_variant", ToolOptionKind::InlineOnly, {"TEST_PRODUCT_VARIANT"}},
         {"tdc_userid", ToolOptionKind::Value, {"userId", "USER_UID"}},
         {"tdc_vcsrevision", ToolOptionKind::Value, {"vcsRevision", "secondVcsRevision", "VCS_REVISION"}},
         {"tdc_vcsbranch", ToolOptionKind::Value, {"vcsBranch", "secondVcsBranch", "VCS_BRANCH"}},

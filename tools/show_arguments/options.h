@@ -12,12 +12,12 @@
 namespace tool {
 
 enum class ToolOptionKind {
-    Flag,         // given without a value
-    Value,        // the last value wins
-    Number,       // as Value, but a value that does not begin with a digit ends the parse
-    MultiValue,   // the values accumulate
-    InlineValue,  // as Value, but only --name=value gives it one
-    Unread        // only the usage text names it
+    Flag,        // given without a value
+    Value,       // the last value wins
+    Number,      // as Value, but a value that does not begin with a digit ends the parse
+    MultiValue,  // the values accumulate
+    InlineOnly,  // as Value, but only --name=value gives it one
+    Unread       // only the usage text names it
 };
 
 struct ToolOption {
@@ -47,8 +47,8 @@ bool isUsableValue(const ToolOption& option, std::string_view value);
 // none, or if two are equally near.
 const ToolOption* suggestOption(std::string_view name);
 
-// Insertions, deletions, substitutions and transpositions of neighbours that turn one string into the
-// other; any number above the limit if there are more than that.
+// The number of insertions, deletions, substitutions and transpositions of neighbours that it takes to turn
+// one string into the other; some number above the limit if it takes more than that.
 std::size_t editDistance(std::string_view left, std::string_view right, std::size_t limit);
 
 }  // namespace tool

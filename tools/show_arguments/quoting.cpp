@@ -78,9 +78,9 @@ TextScan scanText(const std::string& text) {
             scan.unterminatedQuote = i;
         }
         if (!scan.unterminatedQuote && (text[i] == '\n' || text[i] == '\r')) {
-            scan.lineEnd = scan.lineEnd.value_or(i);
-            scan.withoutLineEnds[start] = ' ';
-            scan.withoutLineEnds[i] = ' ';
+            scan.lineBreak = scan.lineBreak.value_or(i);
+            scan.withoutLineBreaks[start] = ' ';
+            scan.withoutLineBreaks[i] = ' ';
         }
     }
     return scan;

@@ -31,8 +31,8 @@ std::string quotedForVariable(std::string_view text);
 // What can be found in the value of such a variable without splitting it.
 struct TextScan {
     std::optional<std::size_t> unterminatedQuote;  // its index
-    std::optional<std::size_t> lineEnd;            // the index of the first one outside quotes
-    std::string withoutLineEnds;                   // with spaces in place of those outside quotes
+    std::optional<std::size_t> lineBreak;          // the index of the first one outside quotes
+    std::string withoutLineBreaks;                 // with spaces in place of those outside quotes
 };
 TextScan scanText(const std::string& text);
 

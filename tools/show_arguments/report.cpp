@@ -48,7 +48,7 @@ std::string findReason(const Trace& trace) {
 }
 
 std::string findLibraryFile() {
-    // A non-PIE program would get an address in itself from the "&" operator.
+    // In a non-PIE program, "&" would give an address inside the program itself.
     void* function = dlsym(RTLD_DEFAULT, "OrvexTestCommandLineParser_Parse");
     Dl_info library = {};
     return function != nullptr && dladdr(function, &library) != 0 ? library.dli_fname : "";

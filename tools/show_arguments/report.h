@@ -158,7 +158,7 @@ struct Layer {
 // The entries of a -tl value. A parse skips empty ones, and so does this.
 std::vector<Layer> splitTransportLayers(const std::string& value);
 
-// Of the DravikGigE drivers in all -tl values, the last in byte order, which is the one that is set.
+// The DravikGigE driver that is set: the last in byte order of those in all -tl values.
 std::string findDriver(const std::string& transportLayers);
 
 // Reads everything in the report but its hints. If a source is malformed, the arguments get no hints.
@@ -174,7 +174,7 @@ struct Screen {
 std::string asText(const Report& report, const Screen& screen);
 std::string asJson(const Report& report);
 
-// What both views name.
+// Names used by both views.
 std::string_view nameOf(SourceState state);
 std::string_view nameOf(Outcome outcome);
 std::string_view nameOf(VariableState state);

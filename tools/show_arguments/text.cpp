@@ -63,7 +63,7 @@ public:
     }
 
     // The line around a byte, and a caret below the byte. No byte takes more than one column once it is
-    // visible, so that what is left always fits.
+    // visible, so what is left always fits.
     void addExcerpt(std::string_view line, std::size_t caret) {
         const std::size_t columns = screen.columns == 0 ? 80 : std::max<std::size_t>(screen.columns, 24);
         const std::size_t width = columns - 12;  // without the indent and the dots
