@@ -102,7 +102,11 @@ TEST_F(TransportVariables, NumberThatDoesNotBeginWithADigitFails) {
 }
 
 TEST_F(TransportVariables, BadNumberKeepsEarlierVariablesAndSetsNoLaterOnes) {
-    EXPECT_FALSE(parse(parser, words("app -tl A -packetdelay=x -camemu=4 -p k=v -tdc_guid 1")));
+    // The socket buffer is checked before any variable is set.
+    EXPECT_FALSE(parse(parser, words("app -tl B -socketbuffer=x")));
+    EXPECT_THAT(readEnvironment(), ContainerEq(Environment()));
+    OrvexTestCommandLineParser fresh;
+    EXPECT_FALSE(parse(fresh, words("app -tl A -packetdelay=x -camemu=4 -p k=v -tdc_guid 1")));
     EXPECT_THAT(transportVariables(),
                 ContainerEq(changed(defaultVariables, {{"ORVEX_DEVICE_FILTER", "DeviceClass=A"}})));
 }

@@ -214,10 +214,10 @@ protected:
 
     // The state after one more parse in an empty environment, which shows what was scanned before; without
     // the test paths that the parser held already.
-    static Snapshot stateAfterLaterParse(OrvexTestCommandLineParser& parser, const Strings& more = {}) {
+    static Snapshot stateAfterLaterParse(OrvexTestCommandLineParser& parser) {
         const std::size_t held = snapshotOf(parser).at("testPaths").size();
         writeEnvironment({});
-        EXPECT_TRUE(parse(parser, Strings{"later"} + more));
+        EXPECT_TRUE(parse(parser, {"later"}));
         Snapshot state = stateOf(parser);
         state.at("testPaths").erase(0, held);
         return state;

@@ -31,7 +31,7 @@ expect_equal() {
     fi
 }
 
-# install_to PREFIX [--component NAME]
+# install_to PREFIX [OPTION...]
 install_to() {
     local prefix=$1
     shift

@@ -73,7 +73,7 @@ void* allocate(std::size_t size) {
 int setenvOrFail(const char* name, const char* value, int overwrite) {
     static const auto platform = PLATFORM(setenv);
     record(overwrite == 1 ? "setenv " : "setenv otherwise ", name, "=", value);
-    if (failsNow(FaultyCall::SetEnv) || refusedVariables.count(std::string_view(name)) != 0) {
+    if (refusedVariables.count(std::string_view(name)) != 0) {
         errno = ENOMEM;
         return -1;
     }
@@ -168,10 +168,6 @@ int REPLACEMENT(dladdr)(const void* address, Dl_info* information) PLATFORM_NOEX
 char* REPLACEMENT(realpath)(const char* path, char* buffer) PLATFORM_NOEXCEPT {
     static const auto platform = PLATFORM(realpath);
     record("realpath ", path);
-    if (failsNow(FaultyCall::RealPath)) {
-        errno = ENOENT;
-        return nullptr;
-    }
     char* const result = resolvedPath != nullptr ? strdup(resolvedPath) : platform(path, buffer);
 #if OWNS_FREE
     if (result != nullptr && buffer == nullptr) {

@@ -17,8 +17,6 @@ namespace faults {
 enum class FaultyCall {
     Allocation,             // operator new; fails with std::bad_alloc
     NonStandardAllocation,  // operator new; fails with an exception that is not a std::exception
-    SetEnv,                 // fails with -1
-    RealPath,               // fails with a null pointer
     DlAddr,                 // fails with 0
 };
 
