@@ -11,5 +11,5 @@ for archive in "$packages"/*; do
 done
 
 install_to "$work/installed" --strip
-diff -r --no-dereference "$work/installed" "$work/unpacked" || fail 'the archives hold what is installed'
+diff -r "$work/installed" "$work/unpacked" || fail 'the archives hold what is installed'
 "$work/unpacked/bin/show_arguments" -o result.txt >"$work/output" || fail 'show_arguments runs'

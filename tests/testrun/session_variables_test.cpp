@@ -1,37 +1,64 @@
 #include "OrvexTestCommandLineParser.h"
-#include "support/known_options.h"
 #include "support/parser_test.h"
+#include "support/replaced_functions.h"
 
+#include <cstddef>
+#include <iterator>
 #include <string>
 
 namespace {
 
 using ::testing::ContainerEq;
 
+// In the order in which they are set.
+const struct {
+    std::string option;
+    std::string variable;
+} rows[] = {
+    {"-tdc_guid", "TEST_SESSION_GUID"},
+    {"-tdc_runname", "TEST_SESSION_NAME"},
+    {"-tdc_rundescription", "TEST_SESSION_DESCRIPTION"},
+    {"-tdc_group", "TEST_SESSION_GROUP"},
+    {"-tdc_product", "TEST_PRODUCT"},
+    {"-tdc_variant", "TEST_PRODUCT_VARIANT"},
+    {"-tdc_userid", "USER_UID"},
+    {"-tdc_vcsrevision", "VCS_REVISION"},
+    {"-tdc_vcsbranch", "VCS_BRANCH"},
+    {"-tl", "TRANSPORT_LAYER"},
+};
+
 using SessionVariables = ParserTest;
 
-// system/known_options_test.cpp checks the order.
-TEST_F(SessionVariables, AreSetByTheirOptionsUnlessTheValueIsEmptyOrAbsent) {
+TEST_F(SessionVariables, AreSetByTheirOptionsInOrder) {
+    static Strings settings;
+    Strings arguments = {"app"};
+    Strings expected;
+    for (const auto& row : rows) {
+        arguments.push_back(row.option + "=value of " + row.option);
+        expected.push_back(row.variable + "=value of " + row.option);
+    }
+    setenvInstead = [](const char* name, const char* value, int /*overwrite*/) {
+        settings.push_back(std::string(name) + "=" + value);
+        return 0;
+    };
+    EXPECT_TRUE(parse(parser, arguments));
+    setenvInstead = nullptr;
+    ASSERT_GT(settings.size(), expected.size());
+    settings.erase(settings.begin(), settings.end() - static_cast<std::ptrdiff_t>(std::size(rows)));
+    EXPECT_EQ(settings, expected);
+}
+
+TEST_F(SessionVariables, EmptyOrAbsentValueLeavesTheVariableUnchanged) {
     Environment inherited = defaultVariables;
-    Environment replaced = changed(defaultVariables, {{"ORVEX_DEVICE_FILTER", "DeviceClass=value of tl"}});
-    Strings emptyValues = {"app"};
-    Strings values = {"app"};
-    for (const KnownOption& option : knownOptions) {
-        if (option.sessionVariable != nullptr) {
-            const std::string name = option.name;
-            inherited[option.sessionVariable] = "inherited";
-            replaced[option.sessionVariable] = "value of " + name;
-            emptyValues.push_back("-" + name + "=");
-            values.push_back("-" + name + "=value of " + name);
-        }
+    Strings arguments = {"app"};
+    for (const auto& row : rows) {
+        inherited[row.variable] = "inherited";
+        arguments.push_back(row.option + "=");
     }
     writeEnvironment(inherited);
     EXPECT_TRUE(parse(parser, {"app"}));
-    EXPECT_TRUE(parse(parser, emptyValues));
+    EXPECT_TRUE(parse(parser, arguments));
     EXPECT_THAT(readEnvironment(), ContainerEq(inherited));
-    OrvexTestCommandLineParser fresh;
-    EXPECT_TRUE(parse(fresh, values));
-    EXPECT_THAT(readEnvironment(), ContainerEq(replaced));
 }
 
 TEST_F(SessionVariables, AreNotSetFromDefaultsOrOtherFieldsOfTheRecord) {
