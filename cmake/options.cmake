@@ -52,7 +52,7 @@ function(testcommandlineparser_part name default)
       list(APPEND leftOut "${part}, missing ${missing}")
     else()
       message(FATAL_ERROR
-        "${option} needs ${missing}, which was not found. Install it or configure with -D${option}=OFF.")
+        "${option} needs packages that were not found: ${missing}. Install them or configure with -D${option}=OFF.")
     endif()
   endif()
   return(PROPAGATE ${option} built leftOut)
