@@ -256,7 +256,7 @@ class Producers(unittest.TestCase):
             {"path": f"{libraries}/orvexCXP/bin", "exists": False}]})
         self.assertEqual(report["hints"], [])
         lines = sections(show("-tl", "DravikGTC", variables=self.variables).stdout)
-        self.assertEqual(lines["Producer directories of the loaded library"], [
+        self.assertEqual(lines["Producer directories of the library"], [
             f"  library  {library}",
             f"  exists   {libraries}/gentlproducer/gtl",
             f"  missing  {libraries}/orvexCXP/bin"])

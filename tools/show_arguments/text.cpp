@@ -296,7 +296,7 @@ std::string asText(const Report& report, const Screen& screen) {
                     variableRows(report, VariableState::SetAgain));
     page.addSection("Environment, kept from before", variableRows(report, VariableState::Kept));
     if (report.producers) {
-        page.addSection("Producer directories of the loaded library", producerRows(*report.producers));
+        page.addSection("Producer directories of the library", producerRows(*report.producers));
     }
     page.addSection("Options", optionRows(report.trace));
     addHints(report.hints, page);
