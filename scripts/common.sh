@@ -61,7 +61,8 @@ is_installed() {
     fi
 }
 
-# The name of a Debian package on this platform; empty if it comes with another package or with the system.
+# The name of a Debian package on this platform; empty if it is not needed there, or comes with another package or the
+# system.
 package_name() {
     case $platform/$1 in
         Darwin/g++ | Darwin/libgmock-dev | Darwin/mandoc | Darwin/dpkg-dev | Darwin/file) ;;

@@ -112,8 +112,8 @@ model::Registry newModel(std::uint32_t mode) {
     return registry;
 }
 
-// If allQueries is set, also compares the queries that build a stream and those whose results no scan
-// changes.
+// If allQueries is set, also compares getPositional, the queries that build a stream, and those whose results
+// no scan changes.
 void compareQueries(const OptionRegistry& registry, const model::Registry& model, bool allQueries,
                     Differences& compare) {
     compare("getPositionals", registry.getPositionals(), model.positionals);
