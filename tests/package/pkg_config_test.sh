@@ -35,6 +35,15 @@ for program in c99 c++11 c_header_in_c++; do
     expect_consumer_works "$work/$program"
 done
 
+# An absolute library directory stays where it is.
+absolute=$work/absolute
+quietly cmake -S "$PACKAGE_SOURCE" -B "$absolute/build" -DCMAKE_BUILD_TYPE=Release -DTESTCOMMANDLINEPARSER_BUILD_TOOLS=OFF \
+    "-DCMAKE_INSTALL_PREFIX=$absolute/prefix" "-DCMAKE_INSTALL_LIBDIR=$absolute/lib"
+mkdir -p "$absolute/prefix" "$absolute/lib/pkgconfig"
+find "$absolute/build" -name testcommandlineparser.pc -exec cp {} "$absolute/lib/pkgconfig" \;
+expect_equal 'libdir is the absolute library directory' "$absolute/lib" \
+    "$(cd "$(PKG_CONFIG_LIBDIR=$absolute/lib/pkgconfig pkg-config --variable=libdir testcommandlineparser)" && pwd -P)"
+
 # The two prefixes that do not move are absolute, whatever prefix the build was configured with. The compiler searches
 # /usr anyway.
 # flags_in PREFIX OPTION...
